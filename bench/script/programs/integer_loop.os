@@ -1,0 +1,5 @@
+sum = 0
+for i = 1, 3000000
+  sum = (sum + i * 7) % 1000003
+end
+print(sum)

@@ -1,0 +1,5 @@
+value = 0
+for y in range(1, 401):
+    for x in range(1, 1001):
+        value = max(value, x + y)
+print(value)

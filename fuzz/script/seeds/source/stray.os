@@ -1,0 +1,6 @@
+end
+else
+until x
+elseif y
+x = ((((((((1))))))))
+print(x)

@@ -1,0 +1,6 @@
+if if if
+for = = =
+end
+for x y z
+end
+nest(x)

@@ -1,0 +1,233 @@
+// Compiling an expression to nodes: the grammar of the token evaluator, read once.
+//
+// What the nodes don't have, and whatever breaks the grammar, ends the attempt silently: the line keeps its tokens, and
+// if it is ever reached, the token evaluator says what is wrong with it.
+
+#include "script/fast_expression.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+// Deeper trees are left to the token evaluator, which watches the stack; the node evaluator need not.
+constexpr unsigned greatestHeight = 200;
+
+FastKind kindOf(BinaryOperator binaryOperator) {
+    switch (binaryOperator) {
+    case BinaryOperator::Or: return FastKind::Or;
+    case BinaryOperator::And: return FastKind::And;
+    case BinaryOperator::None: return FastKind::None;
+    default: break;
+    }
+    // From Equal to GreaterOrEqual and from Add to Pentation the two enumerations run in the same order.
+    const int number = static_cast<int>(binaryOperator);
+    const bool compares = binaryOperator < BinaryOperator::Add;
+    return static_cast<FastKind>(number +
+                                 (compares ? static_cast<int>(FastKind::Equal) - static_cast<int>(BinaryOperator::Equal)
+                                           : static_cast<int>(FastKind::Add) - static_cast<int>(BinaryOperator::Add)));
+}
+
+class FastCompiler {
+public:
+    FastCompiler(const std::vector<std::string>& tokens, const std::vector<TokenAnalysis>& analysis, std::size_t first,
+                 std::size_t last)
+        : tokens_(tokens), analysis_(analysis), position_(first), last_(last) {}
+
+    FastExpression compile() {
+        const FastNodeIndex root = readLevel(1, 0);
+        if (failed_ || position_ != last_) return {};
+        result_.root = root;
+        return std::move(result_);
+    }
+
+private:
+    bool isToken(std::string_view text) const { return position_ < last_ && tokens_[position_] == text; }
+
+    FastNodeIndex fail() {
+        failed_ = true;
+        return noFastNode;
+    }
+
+    /// Adds a node whose operation is done when the tokens read so far have been read.
+    FastNodeIndex add(FastKind kind, FastNodeIndex left = noFastNode, FastNodeIndex right = noFastNode) {
+        if (failed_) return noFastNode;
+        FastNode node;
+        node.kind = kind;
+        node.left = left;
+        node.right = right;
+        node.tokenIndex = static_cast<std::uint32_t>(position_ - 1);
+        node.calls = calls(left) || calls(right);
+        const unsigned height = 1 + std::max(heightOf(left), heightOf(right));
+        if (height > greatestHeight) return fail();
+        result_.nodes.push_back(node);
+        heights_.push_back(height);
+        return static_cast<FastNodeIndex>(result_.nodes.size() - 1);
+    }
+
+    FastNode& node(FastNodeIndex index) { return result_.nodes[static_cast<std::size_t>(index)]; }
+    bool calls(FastNodeIndex index) { return index != noFastNode && node(index).calls; }
+    unsigned heightOf(FastNodeIndex index) const {
+        return index == noFastNode ? 0 : heights_[static_cast<std::size_t>(index)];
+    }
+
+    FastNodeIndex readLevel(int minimumLevel, unsigned depth) {
+        if (depth > greatestHeight) return fail();
+        FastNodeIndex left = readUnary(depth);
+        while (!failed_ && position_ < last_) {
+            const BinaryOperator binaryOperator = analysis_[position_].binaryOperator;
+            const int level = binaryLevel(binaryOperator);
+            if (binaryOperator == BinaryOperator::None || level < minimumLevel) break;
+            ++position_;
+            const FastNodeIndex right = readLevel(isRightAssociative(binaryOperator) ? level : level + 1, depth + 1);
+            left = add(kindOf(binaryOperator), left, right);
+        }
+        return left;
+    }
+
+    FastNodeIndex readUnary(unsigned depth) {
+        if (position_ >= last_) return fail();
+        const std::string& text = tokens_[position_];
+        const char mark = text.size() == 1 ? text[0] : '\0';
+        if (mark == '+') {
+            ++position_;
+            return readLevel(unaryLevel, depth + 1);
+        }
+        if (mark == '!' || mark == '#' || mark == '-') {
+            ++position_;
+            const FastNodeIndex operand = readLevel(unaryLevel, depth + 1);
+            if (mark == '-') return addNegation(operand);
+            return add(mark == '!' ? FastKind::LogicalNot : FastKind::Length, operand);
+        }
+        if (text == "not") {
+            ++position_;
+            // What follows decides, also beyond the range that is compiled here.
+            if (position_ == tokens_.size() || analysis_[position_].endsNegation) return add(FastKind::Nil);
+            return add(FastKind::LogicalNot, readLevel(unaryLevel, depth + 1));
+        }
+        return readPrimary(depth);
+    }
+
+    /// A negated literal is a literal.
+    FastNodeIndex addNegation(FastNodeIndex operand) {
+        if (failed_) return noFastNode;
+        FastNode& literal = node(operand);
+        if (literal.kind == FastKind::Integer) {
+            literal.intValue = static_cast<int>(0U - static_cast<unsigned>(literal.intValue));
+            return operand;
+        }
+        if (literal.kind == FastKind::Float) {
+            literal.floatValue = -literal.floatValue;
+            return operand;
+        }
+        return add(FastKind::Negate, operand);
+    }
+
+    FastNodeIndex readPrimary(unsigned depth) {
+        FastNodeIndex value = readAtom(depth);
+        while (!failed_ && position_ < last_) {
+            if (isToken("("))
+                value = readCall(value, depth);
+            else if (isToken("["))
+                value = readIndex(value, depth);
+            else
+                break;
+        }
+        return value;
+    }
+
+    FastNodeIndex readAtom(unsigned depth) {
+        if (isToken("(")) {
+            ++position_;
+            const FastNodeIndex inner = readLevel(1, depth + 1);
+            if (!isToken(")")) return fail();
+            ++position_;
+            return inner;
+        }
+        const std::string& text = tokens_[position_];
+        const TokenAnalysis& analysis = analysis_[position_];
+        ++position_;
+        switch (analysis.kind) {
+        case TokenKind::True:
+        case TokenKind::False: return addInt(FastKind::Boolean, analysis.isTrue() ? 1 : 0);
+        case TokenKind::Integer: return addInt(FastKind::Integer, analysis.intValue);
+        case TokenKind::String:
+            result_.strings.emplace_back(decodeStringToken(text));
+            return addInt(FastKind::String, static_cast<int>(result_.strings.size()) - 1);
+        case TokenKind::Float: {
+            float number = 0;
+            if (!parseFloatStrict(text, number)) return fail();
+            const FastNodeIndex index = add(FastKind::Float);
+            if (!failed_) node(index).floatValue = number;
+            return index;
+        }
+        case TokenKind::Identifier: {
+            const FastNodeIndex index = add(FastKind::Variable);
+            if (failed_) return noFastNode;
+            node(index).name = analysis.name;
+            node(index).explicitScope = analysis.explicitScope;
+            return index;
+        }
+        case TokenKind::Nil: // reached behind an operator that is no boundary of its own
+        case TokenKind::Pointer:
+        case TokenKind::Varargs:
+        case TokenKind::Other: break;
+        }
+        return fail();
+    }
+
+    FastNodeIndex addInt(FastKind kind, int value) {
+        const FastNodeIndex index = add(kind);
+        if (!failed_) node(index).intValue = value;
+        return index;
+    }
+
+    FastNodeIndex readCall(FastNodeIndex callee, unsigned depth) {
+        ++position_;
+        std::vector<FastNodeIndex> arguments;
+        if (!isToken(")")) {
+            while (true) {
+                arguments.push_back(readLevel(1, depth + 1));
+                if (failed_) return noFastNode;
+                if (!isToken(",")) break;
+                ++position_;
+            }
+        }
+        if (!isToken(")")) return fail();
+        ++position_;
+        const FastNodeIndex index = add(FastKind::Call, callee);
+        if (failed_) return noFastNode;
+        for (const FastNodeIndex argument : arguments)
+            heights_.back() = std::max(heights_.back(), heightOf(argument) + 1);
+        node(index).calls = true;
+        node(index).right = static_cast<FastNodeIndex>(result_.arguments.size());
+        node(index).intValue = static_cast<int>(arguments.size());
+        result_.arguments.insert(result_.arguments.end(), arguments.begin(), arguments.end());
+        return index;
+    }
+
+    FastNodeIndex readIndex(FastNodeIndex container, unsigned depth) {
+        ++position_;
+        const FastNodeIndex key = readLevel(1, depth + 1);
+        if (failed_ || !isToken("]")) return fail();
+        ++position_;
+        return add(FastKind::Index, container, key);
+    }
+
+    const std::vector<std::string>& tokens_;
+    const std::vector<TokenAnalysis>& analysis_;
+    std::size_t position_;
+    std::size_t last_;
+    FastExpression result_;
+    std::vector<unsigned> heights_; // of each node's tree
+    bool failed_ = false;
+};
+
+} // namespace
+
+FastExpression compileFastExpressionRange(const std::vector<std::string>& tokens,
+                                          const std::vector<TokenAnalysis>& analysis, std::size_t first,
+                                          std::size_t last) {
+    if (first >= last || last > std::numeric_limits<std::uint32_t>::max()) return {};
+    return FastCompiler(tokens, analysis, first, last).compile();
+}

@@ -1,0 +1,371 @@
+// Evaluating nodes.
+//
+// Every node gives its result in one of two ways. A number, boolean or nil that was made from nothing but such values
+// comes back as a scalar, in two words; all else comes back as a Variable, and so does everything that is computed from
+// one. An operand that merely names a variable or an element is not copied but borrowed, unless something that is
+// evaluated after it could call a function and change what it points to.
+
+#include "script/numeric_operation.h"
+#include "script/ostrel_script.h"
+
+#include <array>
+
+class FastEvaluator {
+public:
+    FastEvaluator(OstrelScript& engine, const FastExpression& expression) : engine_(engine), expression_(expression) {}
+
+    /// The node's result: a valid scalar, or else `boxed` holds it.
+    FastScalarValue evaluate(FastNodeIndex index, Variable& boxed) {
+        const FastNode& node = expression_.node(index);
+        switch (node.kind) {
+        case FastKind::Integer: return makeFastScalarInt(node.intValue);
+        case FastKind::Float: return makeFastScalarFloat(node.floatValue);
+        case FastKind::Boolean: return makeFastScalarBool(node.intValue != 0);
+        case FastKind::Nil:
+        case FastKind::None: return makeFastScalarNil();
+        case FastKind::String: boxed = stringLiteral(node); return {};
+        case FastKind::Variable: return copyOf(resolve(node), boxed);
+        case FastKind::Index: return evaluateIndex(node, boxed);
+        case FastKind::Call: return evaluateCall(node, boxed);
+        case FastKind::Negate: return evaluateNegation(node, boxed);
+        case FastKind::LogicalNot: return evaluateNot(node, boxed);
+        case FastKind::Length: return evaluateLength(node, boxed);
+        case FastKind::And:
+        case FastKind::Or: return evaluateShortCircuit(node, boxed);
+        default: return evaluateBinary(node, boxed);
+        }
+    }
+
+private:
+    /// An operand: a scalar, or a Variable that is the caller's storage or a borrowed place.
+    struct Operand {
+        FastScalarValue scalar;
+        const Variable* boxed = nullptr;
+    };
+
+    bool aborted(const FastNode& node) const { return node.calls && engine_.shouldAbortForSoftRaisedError(); }
+    const Variable& stringLiteral(const FastNode& node) const {
+        return expression_.strings[static_cast<std::size_t>(node.intValue)];
+    }
+
+    const Variable* resolve(const FastNode& node) const {
+        if (node.explicitScope == ExplicitScope::None) return engine_.resolveVariablePtr(node.name);
+        return engine_.resolveExplicitScopeVariable(node.name, node.explicitScope);
+    }
+
+    static FastScalarValue copyOf(const Variable* variable, Variable& boxed) {
+        if (variable == nullptr) return makeFastScalarNil();
+        const FastScalarValue scalar = fastScalarFromVariable(*variable);
+        if (!scalar.isValid()) boxed = *variable;
+        return scalar;
+    }
+
+    static Operand borrowed(const Variable* variable) {
+        if (variable == nullptr) return {makeFastScalarNil(), nullptr};
+        return {fastScalarFromVariable(*variable), variable};
+    }
+
+    /// Reads an operand. With `stable`, nothing is called between here and the operand's use.
+    Operand read(FastNodeIndex index, Variable& storage, bool stable) {
+        const FastNode& node = expression_.node(index);
+        if (node.kind == FastKind::String) return {{}, &stringLiteral(node)};
+        if (stable && node.kind == FastKind::Variable) return borrowed(resolve(node));
+        if (stable && node.kind == FastKind::Index && !node.calls) {
+            const Operand container = read(node.left, storage, true);
+            if (!container.scalar.isValid() && (container.boxed->isArray() || container.boxed->isTable())) {
+                Variable keyStorage;
+                const Operand key = read(node.right, keyStorage, true);
+                setToken(node);
+                return borrowed(findElement(*container.boxed, key));
+            }
+        }
+        const FastScalarValue scalar = evaluate(index, storage);
+        return {scalar, &storage};
+    }
+
+    void setToken(const FastNode& node) { engine_.position_.token = node.tokenIndex; }
+
+    /// The operand as a Variable; a scalar is boxed in `storage`.
+    static const Variable& box(const Operand& operand, Variable& storage) {
+        if (!operand.scalar.isValid()) return *operand.boxed;
+        assignFastScalarToVariable(storage, operand.scalar);
+        return storage;
+    }
+
+    const Variable* findElement(const Variable& container, const Operand& key) {
+        if (key.scalar.kind == ScalarKind::Integer) {
+            const int index = key.scalar.intValue;
+            if (container.isTable()) return container.asTable()->find(index);
+            Elements& elements = *container.asArray();
+            if (index < 1 || static_cast<std::size_t>(index) > elements.size()) return nullptr;
+            return &elements[static_cast<std::size_t>(index) - 1];
+        }
+        if (!key.scalar.isValid()) return engine_.findElement(container, *key.boxed);
+        return engine_.findElement(container, fastScalarToVariable(key.scalar));
+    }
+
+    FastScalarValue evaluateIndex(const FastNode& node, Variable& boxed) {
+        const bool keyCalls = expression_.node(node.right).calls;
+        Variable containerStorage;
+        const Operand container = read(node.left, containerStorage, !keyCalls);
+        if (aborted(node)) return makeFastScalarNil();
+        Variable keyStorage;
+        const Operand key = read(node.right, keyStorage, true);
+        if (aborted(node)) return makeFastScalarNil();
+        setToken(node);
+        if (!container.scalar.isValid() && (container.boxed->isArray() || container.boxed->isTable())) {
+            const Variable* element = findElement(*container.boxed, key);
+            if (!expression_.node(node.left).calls) return copyOf(element, boxed);
+            boxed = element == nullptr ? Variable() : Variable(*element);
+            return {};
+        }
+        Variable boxedKey;
+        const Variable& keyValue = box(key, boxedKey);
+        boxed = engine_.getIndexedValue(box(container, containerStorage), keyValue);
+        return {};
+    }
+
+    FastScalarValue evaluateCall(const FastNode& node, Variable& boxed) {
+        // Held, not borrowed: the function may replace its own variable while its arguments are made or while it runs.
+        std::shared_ptr<ScriptCallable> function;
+        {
+            Variable storage;
+            const Operand callee = read(node.left, storage, true);
+            if (aborted(expression_.node(node.left))) return makeFastScalarNil();
+            if (callee.scalar.isValid() || !callee.boxed->isFunction()) return failCall(node, callee);
+            function = callee.boxed->asFunction();
+            if (!function) return failCall(node, callee);
+        }
+        const auto count = static_cast<std::size_t>(node.intValue);
+        switch (count) {
+        case 0: return callWith(node, *function, nullptr, 0, boxed);
+        case 1: {
+            Variable argument;
+            return callWith(node, *function, &argument, 1, boxed);
+        }
+        case 2: {
+            std::array<Variable, 2> arguments;
+            return callWith(node, *function, arguments.data(), count, boxed);
+        }
+        case 3:
+        case 4: {
+            std::array<Variable, 4> arguments;
+            return callWith(node, *function, arguments.data(), count, boxed);
+        }
+        default: {
+            std::vector<Variable> arguments(count);
+            return callWith(node, *function, arguments.data(), count, boxed);
+        }
+        }
+    }
+
+    /// Evaluates the arguments into their places and calls.
+    FastScalarValue callWith(const FastNode& node, ScriptCallable& function, Variable* arguments, std::size_t count,
+                             Variable& boxed) {
+        if (!evaluateArguments(node, arguments, count)) return makeFastScalarNil();
+        setToken(node);
+        return engine_.callFunction(function, arguments, count, boxed);
+    }
+
+    /// False if a soft error came up on the way.
+    bool evaluateArguments(const FastNode& node, Variable* arguments, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) {
+            const FastNodeIndex argument = expression_.arguments[static_cast<std::size_t>(node.right) + i];
+            const FastScalarValue scalar = evaluate(argument, arguments[i]);
+            if (scalar.isValid()) assignFastScalarToVariable(arguments[i], scalar);
+            if (aborted(expression_.node(argument))) return false;
+        }
+        return true;
+    }
+
+    /// What is called is no function. Its arguments are evaluated all the same, then the call fails.
+    FastScalarValue failCall(const FastNode& node, const Operand& callee) {
+        Variable storage;
+        const Variable value = box(callee, storage);
+        std::vector<Variable> arguments(static_cast<std::size_t>(node.intValue));
+        if (!evaluateArguments(node, arguments.data(), arguments.size())) return makeFastScalarNil();
+        setToken(node);
+        Variable unreached;
+        return engine_.callDual(value, arguments.data(), arguments.size(), unreached);
+    }
+
+    FastScalarValue evaluateNegation(const FastNode& node, Variable& boxed) {
+        const FastScalarValue operand = evaluate(node.left, boxed);
+        if (aborted(node)) return makeFastScalarNil();
+        setToken(node);
+        switch (operand.kind) {
+        case ScalarKind::Integer:
+            return makeFastScalarInt(static_cast<int>(0U - static_cast<unsigned>(operand.intValue)));
+        case ScalarKind::Float: return makeFastScalarFloat(-operand.floatValue);
+        case ScalarKind::Boolean: return makeFastScalarInt(operand.boolValue ? -1 : 0);
+        case ScalarKind::Nil: boxed.setNil(); break;
+        case ScalarKind::Invalid: break;
+        }
+        boxed = engine_.negate(boxed);
+        return {};
+    }
+
+    FastScalarValue evaluateNot(const FastNode& node, Variable& boxed) {
+        const Operand operand = read(node.left, boxed, true);
+        if (aborted(node)) return makeFastScalarNil();
+        if (operand.scalar.isValid()) return makeFastScalarBool(!isTruthyInExpression(operand.scalar));
+        boxed = !engine_.isTruthy(*operand.boxed);
+        return {};
+    }
+
+    FastScalarValue evaluateLength(const FastNode& node, Variable& boxed) {
+        const Operand operand = read(node.left, boxed, true);
+        if (aborted(node)) return makeFastScalarNil();
+        setToken(node);
+        Variable storage;
+        return makeFastScalarInt(engine_.arrayLength(box(operand, storage)));
+    }
+
+    /// Inside an expression only nil and false are false, 0 is not.
+    static bool isTruthyInExpression(const FastScalarValue& value) {
+        return value.kind == ScalarKind::Boolean ? value.boolValue : value.kind != ScalarKind::Nil;
+    }
+
+    FastScalarValue evaluateShortCircuit(const FastNode& node, Variable& boxed) {
+        const FastScalarValue left = evaluate(node.left, boxed);
+        if (aborted(expression_.node(node.left))) return makeFastScalarNil();
+        const bool truthy = left.isValid() ? isTruthyInExpression(left) : engine_.isTruthy(boxed);
+        if (truthy == (node.kind == FastKind::Or)) return left;
+        const FastScalarValue right = evaluate(node.right, boxed);
+        if (left.isValid() || !right.isValid()) return right;
+        assignFastScalarToVariable(boxed, right);
+        return {};
+    }
+
+    /// The scalar of a literal or a plain variable; Invalid for all other nodes and values.
+    FastScalarValue readLeaf(const FastNode& node) const {
+        if (node.kind == FastKind::Integer) return makeFastScalarInt(node.intValue);
+        if (node.kind != FastKind::Variable || node.explicitScope != ExplicitScope::None) return {};
+        const Variable* variable = engine_.resolveVariablePtr(node.name);
+        return variable == nullptr ? FastScalarValue() : fastScalarFromVariable(*variable);
+    }
+
+    FastScalarValue evaluateBinary(const FastNode& node, Variable& boxed) {
+        // Most right operands are numbers in variables or literals, and need no place to keep a Variable.
+        const FastNode& leftNode = expression_.node(node.left);
+        if (!leftNode.calls) {
+            const FastScalarValue right = readLeaf(expression_.node(node.right));
+            if (right.isValid()) {
+                const FastScalarValue leaf = readLeaf(leftNode);
+                const Operand left = leaf.isValid() ? Operand{leaf, nullptr} : read(node.left, boxed, true);
+                setToken(node);
+                if (left.scalar.isValid()) return combineScalars(node.kind, left.scalar, right, boxed);
+                Variable storage;
+                combineBoxed(node.kind, left, {right, nullptr}, boxed, storage);
+                return {};
+            }
+        }
+        const bool rightCalls = expression_.node(node.right).calls;
+        const Operand left = read(node.left, boxed, !rightCalls);
+        if (aborted(expression_.node(node.left))) return makeFastScalarNil();
+        Variable rightStorage;
+        const Operand right = read(node.right, rightStorage, true);
+        if (aborted(expression_.node(node.right))) return makeFastScalarNil();
+        setToken(node);
+        if (left.scalar.isValid() && right.scalar.isValid())
+            return combineScalars(node.kind, left.scalar, right.scalar, boxed);
+        combineBoxed(node.kind, left, right, boxed, rightStorage);
+        return {};
+    }
+
+    static BinaryOperator arithmeticOf(FastKind kind) {
+        return static_cast<BinaryOperator>(static_cast<int>(BinaryOperator::Add) + static_cast<int>(kind) -
+                                           static_cast<int>(FastKind::Add));
+    }
+
+    FastScalarValue combineScalars(FastKind kind, const FastScalarValue& left, const FastScalarValue& right,
+                                   Variable& boxed) {
+        if (kind >= FastKind::Equal) return compare(kind, left, right);
+        if (kind == FastKind::Tetration || kind == FastKind::Pentation) {
+            boxed =
+                engine_.performOperation(fastScalarToVariable(left), arithmeticOf(kind), fastScalarToVariable(right));
+            const FastScalarValue scalar = fastScalarFromVariable(boxed);
+            return scalar;
+        }
+        if (left.kind == ScalarKind::Integer && right.kind == ScalarKind::Integer) {
+            const auto a = static_cast<unsigned>(left.intValue);
+            const auto b = static_cast<unsigned>(right.intValue);
+            switch (kind) {
+            case FastKind::Add: return makeFastScalarInt(static_cast<int>(a + b));
+            case FastKind::Subtract: return makeFastScalarInt(static_cast<int>(a - b));
+            case FastKind::Multiply: return makeFastScalarInt(static_cast<int>(a * b));
+            default: break;
+            }
+        }
+        return numericOperation(arithmeticOf(kind), left, right);
+    }
+
+    FastScalarValue compare(FastKind kind, const FastScalarValue& left, const FastScalarValue& right) {
+        if (left.kind == ScalarKind::Integer && right.kind == ScalarKind::Integer) {
+            const int a = left.intValue;
+            const int b = right.intValue;
+            switch (kind) {
+            case FastKind::Equal: return makeFastScalarBool(a == b);
+            case FastKind::NotEqual: return makeFastScalarBool(a != b);
+            case FastKind::Less: return makeFastScalarBool(a < b);
+            case FastKind::Greater: return makeFastScalarBool(a > b);
+            case FastKind::LessOrEqual: return makeFastScalarBool(a <= b);
+            default: return makeFastScalarBool(a >= b);
+            }
+        }
+        if (!fastScalarIsNumeric(left) || !fastScalarIsNumeric(right))
+            return makeFastScalarBool(compareBoxed(kind, fastScalarToVariable(left), fastScalarToVariable(right)));
+        if (kind == FastKind::Equal || kind == FastKind::NotEqual)
+            return makeFastScalarBool((fastScalarToDouble(left) == fastScalarToDouble(right)) ==
+                                      (kind == FastKind::Equal));
+        return makeFastScalarBool(holds(kind, compareScalars(left, right)));
+    }
+
+    static bool holds(FastKind kind, int order) {
+        switch (kind) {
+        case FastKind::Less: return order < 0;
+        case FastKind::Greater: return order > 0;
+        case FastKind::LessOrEqual: return order <= 0;
+        default: return order >= 0;
+        }
+    }
+
+    bool compareBoxed(FastKind kind, const Variable& left, const Variable& right) {
+        if (kind == FastKind::Equal) return engine_.variablesEqual(left, right);
+        if (kind == FastKind::NotEqual) return !engine_.variablesEqual(left, right);
+        return holds(kind, engine_.compareVariables(left, right));
+    }
+
+    void combineBoxed(FastKind kind, const Operand& left, const Operand& right, Variable& boxed,
+                      Variable& rightStorage) {
+        // A text that was just made grows in place: a chain of joins builds one string.
+        if (kind == FastKind::Add && left.boxed == &boxed && !left.scalar.isValid() && boxed.isString()) {
+            if (right.scalar.isValid())
+                fastScalarToVariable(right.scalar).appendTo(boxed.asString());
+            else
+                right.boxed->appendTo(boxed.asString());
+            return;
+        }
+        Variable leftStorage;
+        const Variable& leftValue = box(left, leftStorage);
+        const Variable& rightValue = box(right, rightStorage);
+        if (kind >= FastKind::Equal)
+            boxed = compareBoxed(kind, leftValue, rightValue);
+        else
+            boxed = engine_.performOperation(leftValue, arithmeticOf(kind), rightValue);
+    }
+
+    OstrelScript& engine_;
+    const FastExpression& expression_;
+};
+
+FastScalarValue OstrelScript::evaluateFastDual(const FastExpression& expression, Variable& boxed) {
+    return FastEvaluator(*this, expression).evaluate(expression.root, boxed);
+}
+
+Variable OstrelScript::evaluateFastExpression(const FastExpression& expression) {
+    Variable result;
+    const FastScalarValue scalar = evaluateFastDual(expression, result);
+    if (scalar.isValid()) assignFastScalarToVariable(result, scalar);
+    return result;
+}

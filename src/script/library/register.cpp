@@ -1,0 +1,28 @@
+// How the library's functions reach the engine, and how they fail.
+
+#include "script/library/functions.h"
+
+#include <stdexcept>
+
+void fail(const char* message) { throw std::runtime_error(message); }
+
+void fail(const std::string& message) { throw std::runtime_error(message); }
+
+void requireResultSize(std::size_t bytes, const char* function) {
+    if (bytes > maximumResultBytes) fail(std::string(function) + ": result is too large");
+}
+
+void requireResultElements(std::size_t elements, const char* function) {
+    if (elements > maximumResultElements) fail(std::string(function) + ": result is too large");
+}
+
+void registerLibraryTable(OstrelScript& engine, std::string_view tableName,
+                          std::initializer_list<LibraryEntry> entries) {
+    auto table = std::make_shared<Table>();
+    table->reserve(entries.size());
+    for (const LibraryEntry& entry : entries) {
+        const std::string qualified = std::string(tableName) + "." + entry.name;
+        table->set(entry.name, engine.makeLibraryCallable(entry.function, qualified));
+    }
+    engine.pushVariable(tableName, Variable(std::move(table)));
+}

@@ -1,0 +1,21 @@
+# The library's source files, for the room's target.
+set(VELMARIS_LIBRARY_SOURCES
+  library/builtin_names.cpp
+  library/containers.cpp
+  library/core.cpp
+  library/files.cpp
+  library/flow.cpp
+  library/format.cpp
+  library/iteration.cpp
+  library/math.cpp
+  library/numbers.cpp
+  library/os.cpp
+  library/pattern_functions.cpp
+  library/patterns.cpp
+  library/register.cpp
+  library/scalar_builtins.cpp
+  library/snapshots.cpp
+  library/sort.cpp
+  library/string.cpp
+  library/table.cpp
+  library/utf8.cpp)

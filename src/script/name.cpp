@@ -1,0 +1,44 @@
+#include "script/name.h"
+
+#include <utility>
+
+Name* NameTable::intern(std::string_view text) {
+    if (Name* known = find(text)) return known;
+    Name& name = names_.emplace_back();
+    name.text = text;
+    index_.emplace(name.text, &name);
+    return &name;
+}
+
+Name* NameTable::find(std::string_view text) const {
+    const auto place = index_.find(text);
+    return place == index_.end() ? nullptr : place->second;
+}
+
+namespace {
+
+/// Where a binding's name keeps the newest binding of its kind.
+Binding*& newestOf(const Binding& binding) {
+    return binding.inFrame ? binding.name->newestInFrames : binding.name->newestInBlocks;
+}
+
+} // namespace
+
+void BindingStack::popTo(std::size_t size) {
+    while (size_ > size) {
+        Binding& binding = (*this)[--size_];
+        newestOf(binding) = binding.shadowed;
+        binding.value.setNil();
+    }
+}
+
+void BindingStack::unlink() {
+    for (std::size_t i = size_; i > 0; --i) newestOf((*this)[i - 1]) = (*this)[i - 1].shadowed;
+}
+
+void BindingStack::link() {
+    for (std::size_t i = 0; i < size_; ++i) {
+        Binding& binding = (*this)[i];
+        binding.shadowed = std::exchange(newestOf(binding), &binding);
+    }
+}

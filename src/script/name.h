@@ -1,0 +1,73 @@
+#pragma once
+
+// Names and what they are bound to.
+//
+// A name is looked up in whatever scopes are live when the line runs: there are no closures and nothing can be decided
+// ahead of time. A walk over every scope for every name would be slow, so the walk is turned around. Each name is one
+// object for the whole engine, and it knows its own live bindings: the newest one in a block scope, the newest one in
+// a call frame, and its global. Entering a scope links its bindings in front, leaving it unlinks them, and a lookup
+// reads at most three pointers, however deep the calls stand. It finds what the walk would find, by construction.
+
+#include "script/variable.h"
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+struct Name;
+
+/// A variable in a block scope or a call frame. Bindings live on a stack and are linked from newest to oldest.
+struct Binding {
+    Variable value;
+    Name* name = nullptr;
+    Binding* shadowed = nullptr; // the binding of the same name and kind that this one hides
+    std::uint32_t block = 0;     // for block scopes: the scope's position in the stack of block scopes
+    bool inFrame = false;        // in a call frame, not in a block scope
+};
+
+/// An interned name. Two names are equal exactly if their addresses are.
+struct Name {
+    std::string text;
+    Binding* newestInBlocks = nullptr; // may lie below the block scope base, and is then not visible
+    Binding* newestInFrames = nullptr;
+    Variable* global = nullptr;   // the live global of this name, or null
+    std::uint32_t globalSlot = 0; // its slot number plus 1, or 0 while it never had one
+};
+
+/// The bindings of all live scopes, newest last. Storage comes in blocks that never move and are kept for reuse, so a
+/// binding's address is good for as long as its scope, and a call allocates nothing once the stack has been as high.
+class BindingStack {
+public:
+    std::size_t size() const { return size_; }
+    Binding& operator[](std::size_t index) { return blocks_[index / blockSize][index % blockSize]; }
+    Binding& push() {
+        if (size_ == blocks_.size() * blockSize) blocks_.push_back(std::make_unique<Binding[]>(blockSize));
+        return (*this)[size_++];
+    }
+    /// Unlinks and clears the newest bindings until `size` are left.
+    void popTo(std::size_t size);
+    /// Takes all bindings off their names, or puts them back on; for a whole execution state that goes or comes.
+    void unlink();
+    void link();
+
+private:
+    static constexpr std::size_t blockSize = 256;
+    std::vector<std::unique_ptr<Binding[]>> blocks_;
+    std::size_t size_ = 0;
+};
+
+/// All names of one engine. A name is never removed, so its address is good for as long as the engine.
+class NameTable {
+public:
+    Name* intern(std::string_view text);
+    /// The name if it is known, else null.
+    Name* find(std::string_view text) const;
+
+private:
+    std::deque<Name> names_;
+    std::unordered_map<std::string_view, Name*> index_; // keys point into names_
+};

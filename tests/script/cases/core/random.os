@@ -1,0 +1,56 @@
+math["randomSeed"](42)
+print("fraction:", random())
+print("up-to-100:", random(100))
+print("range:", random(10, 20))
+smallest = -2147483647 - 1
+print("whole-range:", random(smallest, 2147483647))
+print("up-to-largest:", random(2147483647))
+print("die:", random(6))
+print("negative-range:", random(-5, -5))
+print("same-ends:", random(5, 5))
+math["randomSeed"](42)
+print("seeded-again:", random())
+math["randomSeed"](42.9)
+print("seed-is-truncated:", random())
+math["randomSeed"](-1)
+print("negative-seed:", random(1000000))
+math["randomSeed"](0)
+print("same-function:", math["random"](1000000))
+math["randomSeed"](false)
+print("bool-seed:", random(1000000))
+low = true
+for i = 1, 2000
+  r = random(3)
+  if r < 1 or r > 3
+    low = false
+  end
+  f = random()
+  if f < 0.0 or f > 1.0
+    low = false
+  end
+end
+print("in-range:", low)
+math["randomSeed"](42)
+ok, message = pcall(random, 0)
+print("zero:", ok, message)
+ok, message = pcall(random, "x")
+print("one-used-up:", ok, message)
+ok, message = pcall(random, 2.0)
+print("float:", ok, message)
+ok, message = pcall(random, not)
+print("nil:", ok, message)
+ok, message = pcall(random, 1.0, 2)
+print("pair-of-floats:", ok, message)
+ok, message = pcall(random, 1, "2")
+print("pair-with-text:", ok, message)
+ok, message = pcall(random, 6, 5)
+print("reversed:", ok, message)
+ok, message = pcall(random, 1, 2, 3)
+print("three:", ok, message)
+print("eight-were-drawn:", random(1000000))
+ok, message = pcall(math["randomSeed"])
+print("seed-none:", ok, message)
+ok, message = pcall(math["randomSeed"], 1, 2)
+print("seed-two:", ok, message)
+ok, message = pcall(math["randomSeed"], "x")
+print("seed-text:", ok, message)

@@ -1,0 +1,2 @@
+ran = ran + 1
+return 42

@@ -1,0 +1,16 @@
+ran = 0
+print("read:", readScript("beside.txt"))
+print("read-under-resources:", readScript("data/notes.txt"))
+print("run:", runFile("data/answer.os"))
+f = loadFile("data/answer.os")
+ran = 0
+print("load:", typeOf(f), ran)
+print("call:", f(), ran)
+f, why = loadFile("no-such.os")
+print("missing:", f, string["sub"](why, 1, 27), string["sub"](why, -18))
+ok, why = pcall(runFile, "no-such.os")
+print("run-missing:", ok, string["sub"](why, 1, 27), string["sub"](why, -18))
+ok, why = pcall(readScript, "no-such.txt")
+print("read-missing:", ok, string["sub"](why, 1, 27), string["sub"](why, -19))
+ok, why = pcall(readScript, "../Resources/data")
+print("read-directory:", ok, string["sub"](why, 1, 27))

@@ -1,0 +1,23 @@
+function pair()
+  return 1, 2
+end
+print("int:", toString(-7))
+print("float:", toString(0.5))
+print("whole-float:", toString(3.0))
+print("string:", toString("as it is"))
+print("bool:", toString(true) + toString(false))
+print("nil:", toString(not))
+print("pointer:", toString($00ff))
+print("array:", toString([1, [2, "x"], {}]))
+print("table:", toString({k = [1]}))
+print("function:", toString(toString))
+print("multi:", toString(pair()))
+print("type:", typeOf(toString(1)))
+holder = [1]
+push(holder, holder)
+print("inside-itself:", toString(holder))
+clear(holder)
+ok, message = pcall(toString)
+print("none:", ok, message)
+ok, message = pcall(toString, 1, 2)
+print("two:", ok, message)

@@ -1,0 +1,5 @@
+@@ A string that is never closed.
+print("before")
+x = "open
+
+print("never")

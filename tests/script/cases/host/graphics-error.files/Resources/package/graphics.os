@@ -1,0 +1,2 @@
+print("graphics")
+error("no graphics today")

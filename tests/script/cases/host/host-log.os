@@ -1,0 +1,5 @@
+print("before")
+print("result:", Ostrel["hostLog"]("one line"))
+Ostrel["hostLog"]("")
+Ostrel["hostLog"]("100% of two\nlines")
+print("after")

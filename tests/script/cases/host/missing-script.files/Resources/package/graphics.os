@@ -1,0 +1,1 @@
+OSTREL_SCRIPT = "none.os"

@@ -1,0 +1,13 @@
+@@ without a window everything of Metal is there and does nothing
+image = Plush["createImage"](2, 2, 0, 0, 0, 0)
+print("close:", Metal["checkClose"](), typeOf(Metal["checkClose"]()))
+print("picture:", Metal["getWindow"]())
+print("render:", Metal["renderImage"](image), Metal["renderImage"](not), Metal["renderImage"]($10))
+print("update:", Metal["forceUpdate"](), Metal["updateInput"]())
+print("title:", "[" + Metal["getTitle"]() + "]")
+print("set title:", Metal["setTitle"]("A title"), Metal["getTitle"]())
+print("clear:", Metal["clearBuffer"](1, 2, 3), Metal["clearBuffer"](-1.5, 300, true))
+print("touch bar:", Metal["clearTouchBar"](), Metal["setTouchBarButton"](1, "text"), Metal["setTouchBarButtonImage"](1, image), Metal["setTouchBarButtonImage"](1, not))
+print("kill:", Metal["killWindow"](), Metal["killWindow"]())
+Plush["killImage"](image)
+print("a killed image:", Metal["renderImage"](image))

@@ -1,0 +1,1 @@
+OSTREL_SCRIPT = "another.os"

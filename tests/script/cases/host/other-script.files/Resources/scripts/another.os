@@ -1,0 +1,1 @@
+print("the other script", OSTREL_SCRIPT)

@@ -1,0 +1,1 @@
+print("never reached: graphics.os names another script")

@@ -1,0 +1,16 @@
+readFile = Ostrel["readFile"]
+data = Ostrel["getPath"]() + "../Resources/data/"
+print("text:", readFile(data + "text.txt"))
+print("empty:", len(readFile(data + "empty.txt")), typeOf(readFile(data + "empty.txt")))
+bytes = readFile(data + "bytes.bin")
+print("bytes:", len(bytes), string["byte"](bytes, 2), string["byte"](bytes, 5), string["byte"](bytes, 7), string["byte"](bytes, 9))
+print("beside the script:", readFile("near.txt"))
+print("under Resources:", readFile("data/text.txt"))
+print("from the working directory:", readFile("../Resources/data/text.txt"))
+print("backslashes:", readFile("..\\Resources\\data\\text.txt"))
+ok, message = pcall(readFile, "no\\such.txt")
+print("missing:", ok, message)
+ok, message = pcall(readFile, "")
+print("no name:", ok, message)
+ok, message = pcall(readFile, data)
+print("a directory:", ok)

@@ -1,0 +1,2 @@
+print("runs")
+return 7

@@ -1,0 +1,12 @@
+runScript = Ostrel["runScript"]
+print("result:", runScript("return 5"))
+runScript("x = 5\ny = x + 1")
+print("globals:", x, y)
+runScript("")
+ok, message = pcall(runScript, "x = = 5")
+print("does not compile:", ok, string["sub"](message, 1, 20))
+ok, message = pcall(runScript, "x = 6\nerror(\"enough\")\nx = 7")
+print("fails:", ok, message, x)
+ok, message = pcall(runScript, "x = 8\nlocal z = 1 / 0\nx = 9")
+print("breaks:", ok, string["sub"](message, 1, 36), x)
+print("goes on")

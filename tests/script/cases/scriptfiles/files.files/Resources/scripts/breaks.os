@@ -1,0 +1,2 @@
+local y = 1
+break

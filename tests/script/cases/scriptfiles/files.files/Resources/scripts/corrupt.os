@@ -1,0 +1,1 @@
+OSBC and nothing that fits

@@ -1,0 +1,2 @@
+counted = counted + 1
+return counted

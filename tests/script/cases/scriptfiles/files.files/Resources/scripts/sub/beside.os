@@ -1,0 +1,5 @@
+inFile = runFile("below.os")
+function later()
+  return runFile("below.os")
+end
+return inFile

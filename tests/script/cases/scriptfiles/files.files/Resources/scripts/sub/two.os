@@ -1,0 +1,2 @@
+@@ two values
+return 1, 2

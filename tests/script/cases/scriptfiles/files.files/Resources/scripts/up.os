@@ -1,0 +1,1 @@
+return runFile("../data/one.os")

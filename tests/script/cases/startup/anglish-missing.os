@@ -1,0 +1,6 @@
+ok, message = pcall(registerAnglish)
+print(ok, message == "Failed to open script file: " + Ostrel["getPath"]() + "../Libraries/anglish")
+print("kept:", Ostrel["translateAnglish"]("as it is"))
+ok, message = pcall(registerGenderEngine)
+print(ok, message == "Failed to open script file: " + Ostrel["getPath"]() + "../Libraries/gender")
+print("kept:", Ostrel["processGender"]("as it is"), OSTREL_FEMALE)

@@ -1,0 +1,1 @@
+print("game:", Metal["forceUpdate"](), typeOf(file), file["close"]())

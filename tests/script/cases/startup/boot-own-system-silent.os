@@ -1,0 +1,1 @@
+print(OSTREL_PROCESSOR_NAME, ostrelBootHardwareThreads, OSTREL_PROCESSOR)

@@ -1,0 +1,3 @@
+print("before")
+error("the game gave up")
+print("after")

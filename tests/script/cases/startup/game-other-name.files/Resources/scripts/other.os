@@ -1,0 +1,1 @@
+print("the other game", OSTREL_SCRIPT)

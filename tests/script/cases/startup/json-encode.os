@@ -1,0 +1,5 @@
+print("scalars:", Ostrel["jsonEncode"](5), Ostrel["jsonEncode"](1.5), Ostrel["jsonEncode"]("a \"b\""), Ostrel["jsonEncode"](true), Ostrel["jsonEncode"](not))
+print("list:", Ostrel["jsonEncode"]({"a", 2}))
+print("table:", Ostrel["jsonEncode"]({b = 1, a = "x", "3" = false}))
+print("nested:", Ostrel["jsonEncode"]({a = {1, {b = 2}}}))
+print("empty:", Ostrel["jsonEncode"]({}))
