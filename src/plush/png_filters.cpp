@@ -1,0 +1,249 @@
+// Row filters, several bytes at a time.
+//
+// To filter a row all neighbours are known, so sixteen bytes go at once whatever the filter. To undo one, each pixel
+// waits for the pixel to its left; only its channels are independent. They lie in the lanes of one vector, as 16-bit
+// numbers, so that sums and differences fit, and what counts is how many operations lie between a pixel and the next.
+// Where a pixel has one or two bytes and the filter is a plain sum, single bytes are quicker.
+//
+// The vectors are those of the compilers' own extension, which knows no particular processor.
+
+#include "plush/png_filters.h"
+
+#include "plush/byte_vectors.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
+
+namespace wm::png {
+
+namespace {
+
+using Bytes8 = std::uint8_t __attribute__((vector_size(8)));
+using Longs2 = std::uint64_t __attribute__((vector_size(16)));
+using Lanes = std::int16_t __attribute__((vector_size(16)));
+
+// ---- undoing ----
+
+/// Bytes that are loaded and stored for a pixel: for 3 and 6 a little more than it has.
+template <std::size_t pixel> constexpr std::size_t pixelBlock = std::bit_ceil(pixel);
+
+/// The channels of the pixel at `from`, a lane for each; further lanes may hold anything.
+template <std::size_t pixel> inline Lanes loadPixel(const std::uint8_t* from) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, from, pixelBlock<pixel>);
+    return reinterpret_cast<Lanes>(widenLow(reinterpret_cast<Bytes16>(Longs2{bits, 0})));
+}
+
+/// Stores lanes of 0 to 255 as bytes.
+template <std::size_t pixel> inline void storePixel(std::uint8_t* to, Lanes lanes) {
+    const Bytes8 bytes = __builtin_convertvector(lanes, Bytes8);
+    std::memcpy(to, &bytes, pixelBlock<pixel>);
+}
+
+/// Undoes a filter pixel by pixel, where `predict` gives the prediction from a, b and c.
+template <std::size_t pixel, typename Predict>
+void unfilterPixels(std::uint8_t* target, const std::uint8_t* filtered, const std::uint8_t* above, std::size_t size,
+                    Predict predict) {
+    Lanes a{};
+    Lanes c{};
+    for (std::size_t at = 0; at < size; at += pixel) {
+        const Lanes b = loadPixel<pixel>(above + at);
+        a = predict(loadPixel<pixel>(filtered + at), a, b, c) & 0xFF;
+        storePixel<pixel>(target + at, a);
+        c = b;
+    }
+}
+
+/// The same for pixels of one or two bytes and predictions that take no more than plain arithmetic.
+template <std::size_t pixel, typename Predict>
+void unfilterBytes(std::uint8_t* target, const std::uint8_t* filtered, const std::uint8_t* above, std::size_t size,
+                   Predict predict) {
+    std::array<std::uint8_t, pixel> a{};
+    for (std::size_t at = 0; at < size; at += pixel)
+        for (std::size_t channel = 0; channel < pixel; ++channel) {
+            const int predicted = predict(a[channel], above[at + channel]);
+            a[channel] = static_cast<std::uint8_t>(filtered[at + channel] + predicted);
+            target[at + channel] = a[channel];
+        }
+}
+
+/// A byte plus its Paeth prediction: the neighbour that is nearest to a + b - c, where of equally near ones a comes
+/// before b and b before c.
+///
+/// Counted from c, the neighbours are x, y and 0, and what they shall be near to is x + y. If its negative is at least
+/// the larger of x and y, the smaller one is nearest; if it is at most the smaller, the larger; between them 0 is.
+inline Lanes addPaeth(Lanes byte, Lanes a, Lanes b, Lanes c) {
+    const Lanes x = a - c;
+    const Lanes y = b - c;
+    const Lanes low = x < y ? x : y;
+    const Lanes high = x < y ? y : x;
+    const Lanes negative = (c - y) - a;
+    return (byte + c) + ((low & ~(high > negative)) | (high & ~(negative > low)));
+}
+
+template <std::size_t pixel>
+void unfilterRow(std::uint8_t* target, const std::uint8_t* filtered, const std::uint8_t* above, std::size_t size,
+                 std::uint8_t filter) {
+    if (filter == filterPaeth) return unfilterPixels<pixel>(target, filtered, above, size, addPaeth);
+    if constexpr (pixel <= 2) {
+        if (filter == filterSub)
+            unfilterBytes<pixel>(target, filtered, above, size, [](int a, int) { return a; });
+        else
+            unfilterBytes<pixel>(target, filtered, above, size, [](int a, int b) { return (a + b) / 2; });
+    } else {
+        if (filter == filterSub)
+            unfilterPixels<pixel>(target, filtered, above, size,
+                                  [](Lanes byte, Lanes a, Lanes, Lanes) { return byte + a; });
+        else
+            unfilterPixels<pixel>(target, filtered, above, size,
+                                  [](Lanes byte, Lanes a, Lanes b, Lanes) { return byte + ((a + b) >> 1); });
+    }
+}
+
+void unfilterUp(std::uint8_t* target, const std::uint8_t* filtered, const std::uint8_t* above, std::size_t size) {
+    std::size_t at = 0;
+    for (; at + 16 <= size; at += 16) storeBytes16(target + at, loadBytes16(filtered + at) + loadBytes16(above + at));
+    for (; at < size; ++at) target[at] = static_cast<std::uint8_t>(filtered[at] + above[at]);
+}
+
+// ---- filtering ----
+
+constexpr std::size_t rgbaPixel = 4;
+
+inline Bytes16 smaller(Bytes16 x, Bytes16 y) { return x < y ? x : y; }
+inline Bytes16 larger(Bytes16 x, Bytes16 y) { return x > y ? x : y; }
+inline Bytes16 difference(Bytes16 x, Bytes16 y) { return larger(x, y) - smaller(x, y); }
+
+/// (a + b) / 2 without a ninth bit.
+inline Bytes16 average(Bytes16 a, Bytes16 b) { return (a & b) + ((a ^ b) >> 1); }
+
+/// The Paeth prediction without a ninth bit. a + b - c is |b - c| away from a and |a - c| from b. Its distance from c
+/// is the sum of these, so never the least, if a and b lie on the same side of c; else it is their difference.
+inline Bytes16 paethBytes(Bytes16 a, Bytes16 b, Bytes16 c) {
+    const Bytes16 toA = difference(b, c);
+    const Bytes16 toB = difference(a, c);
+    const Bytes16 sameSide = reinterpret_cast<Bytes16>((a >= c) == (b >= c));
+    const Bytes16 toC = difference(toA, toB) | sameSide;
+    const Bytes16 useA = reinterpret_cast<Bytes16>((toA <= toB) & (toA <= toC));
+    const Bytes16 useB = reinterpret_cast<Bytes16>(toB <= toC) & ~useA;
+    return (a & useA) | (b & useB) | (c & ~(useA | useB));
+}
+
+/// Sixteen filtered bytes from `row` on, where a whole pixel lies to the left.
+template <std::uint8_t filter> inline Bytes16 filteredBytes(const std::uint8_t* row, const std::uint8_t* above) {
+    const Bytes16 bytes = loadBytes16(row);
+    if constexpr (filter == filterNone) return bytes;
+    if constexpr (filter == filterSub) return bytes - loadBytes16(row - rgbaPixel);
+    if constexpr (filter == filterUp) return bytes - loadBytes16(above);
+    if constexpr (filter == filterAverage) return bytes - average(loadBytes16(row - rgbaPixel), loadBytes16(above));
+    if constexpr (filter == filterPaeth)
+        return bytes - paethBytes(loadBytes16(row - rgbaPixel), loadBytes16(above), loadBytes16(above - rgbaPixel));
+}
+
+constexpr int paethPrediction(int a, int b, int c) {
+    const int toA = b > c ? b - c : c - b;
+    const int toB = a > c ? a - c : c - a;
+    const int sum = a + b - 2 * c;
+    const int toC = sum < 0 ? -sum : sum;
+    if (toA <= toB && toA <= toC) return a;
+    return toB <= toC ? b : c;
+}
+
+inline std::uint8_t predictByte(std::uint8_t filter, int a, int b, int c) {
+    switch (filter) {
+    case filterSub: return static_cast<std::uint8_t>(a);
+    case filterUp: return static_cast<std::uint8_t>(b);
+    case filterAverage: return static_cast<std::uint8_t>((a + b) / 2);
+    case filterPaeth: return static_cast<std::uint8_t>(paethPrediction(a, b, c));
+    default: return 0;
+    }
+}
+
+/// The filtered byte at `at`, where the byte to the left may lie outside the row.
+inline std::uint8_t filteredByte(std::uint8_t filter, const std::uint8_t* row, const std::uint8_t* above,
+                                 std::size_t at) {
+    const bool first = at < rgbaPixel;
+    const int a = first ? 0 : row[at - rgbaPixel];
+    const int c = first ? 0 : above[at - rgbaPixel];
+    return static_cast<std::uint8_t>(row[at] - predictByte(filter, a, above[at], c));
+}
+
+constexpr unsigned absoluteOfSigned(std::uint8_t byte) { return byte < 128 ? byte : 256U - byte; }
+
+/// The sum of absolute values that one filter leaves of a row.
+template <std::uint8_t filter>
+std::uint64_t sumOfRow(const std::uint8_t* row, const std::uint8_t* above, std::size_t size) {
+    constexpr std::size_t mostSteps = 65535 / 128; // after which a lane of 16 bits could overflow
+    std::uint64_t sum = 0;
+    std::size_t at = 0;
+    for (; at < rgbaPixel; ++at) sum += absoluteOfSigned(filteredByte(filter, row, above, at));
+    while (at + 16 <= size) {
+        const std::size_t steps = std::min((size - at) / 16, mostSteps);
+        Words8 pairs{}; // of the bytes in each word, the upper ones counting 256 times, modulo 65536
+        Words8 upper{}; // of the upper bytes
+        for (std::size_t step = 0; step < steps; ++step, at += 16) {
+            const Bytes16 bytes = filteredBytes<filter>(row + at, above + at);
+            const Words8 absolute = reinterpret_cast<Words8>(smaller(bytes, -bytes));
+            pairs += absolute;
+            upper += absolute >> 8;
+        }
+        const Words8 lower = pairs - (upper << 8);
+        for (int lane = 0; lane < 8; ++lane) sum += std::uint64_t{lower[lane]} + upper[lane];
+    }
+    for (; at < size; ++at) sum += absoluteOfSigned(filteredByte(filter, row, above, at));
+    return sum;
+}
+
+std::uint8_t chooseFilter(const std::uint8_t* row, const std::uint8_t* above, std::size_t size) {
+    const std::array<std::uint64_t, filterCount> sums = {
+        sumOfRow<filterNone>(row, above, size), sumOfRow<filterSub>(row, above, size),
+        sumOfRow<filterUp>(row, above, size), sumOfRow<filterAverage>(row, above, size),
+        sumOfRow<filterPaeth>(row, above, size)};
+    return static_cast<std::uint8_t>(std::ranges::min_element(sums) - sums.begin());
+}
+
+template <std::uint8_t filter>
+void filterRow(std::uint8_t* target, const std::uint8_t* row, const std::uint8_t* above, std::size_t size) {
+    std::size_t at = 0;
+    for (; at < rgbaPixel; ++at) target[at] = filteredByte(filter, row, above, at);
+    for (; at + 16 <= size; at += 16) storeBytes16(target + at, filteredBytes<filter>(row + at, above + at));
+    for (; at < size; ++at) target[at] = filteredByte(filter, row, above, at);
+}
+
+} // namespace
+
+bool unfilter_row_to(std::uint8_t* target, const std::uint8_t* filtered, const std::uint8_t* above, std::size_t size,
+                     std::size_t bytesPerPixel, std::uint8_t filter) {
+    switch (filter) {
+    case filterNone: std::memcpy(target, filtered, size); return true;
+    case filterUp: unfilterUp(target, filtered, above, size); return true;
+    case filterSub:
+    case filterAverage:
+    case filterPaeth: break;
+    default: return false;
+    }
+    switch (bytesPerPixel) {
+    case 1: unfilterRow<1>(target, filtered, above, size, filter); return true;
+    case 2: unfilterRow<2>(target, filtered, above, size, filter); return true;
+    case 3: unfilterRow<3>(target, filtered, above, size, filter); return true;
+    case 4: unfilterRow<4>(target, filtered, above, size, filter); return true;
+    case 6: unfilterRow<6>(target, filtered, above, size, filter); return true;
+    default: unfilterRow<8>(target, filtered, above, size, filter); return true;
+    }
+}
+
+void filter_rgba_row_to(std::uint8_t* target, const std::uint8_t* row, const std::uint8_t* above, std::size_t size) {
+    const std::uint8_t filter = chooseFilter(row, above, size);
+    *target++ = filter;
+    switch (filter) {
+    case filterSub: return filterRow<filterSub>(target, row, above, size);
+    case filterUp: return filterRow<filterUp>(target, row, above, size);
+    case filterAverage: return filterRow<filterAverage>(target, row, above, size);
+    case filterPaeth: return filterRow<filterPaeth>(target, row, above, size);
+    default: std::memcpy(target, row, size);
+    }
+}
+
+} // namespace wm::png
