@@ -1,0 +1,45 @@
+// Where the process takes its directory from, and what that means for the startup library.
+
+#include "host/index.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(Boot, TheRuntimeDirectoryEndsWithTheLastSeparatorOfEitherKind) {
+    EXPECT_EQ(runtimeDirectory("/games/one/bin/Velmaris.exe"), "/games/one/bin/");
+    EXPECT_EQ(runtimeDirectory("C:\\games\\bin\\Velmaris.exe"), "C:\\games\\bin\\");
+    EXPECT_EQ(runtimeDirectory("C:\\games/bin\\Velmaris.exe"), "C:\\games/bin\\");
+    EXPECT_EQ(runtimeDirectory("C:\\games\\bin/Velmaris.exe"), "C:\\games\\bin/");
+    EXPECT_EQ(runtimeDirectory("bin/"), "bin/");
+}
+
+TEST(Boot, ASeparatorAtTheVeryBeginningIsADirectory) {
+    EXPECT_EQ(runtimeDirectory("/game"), "/");
+    EXPECT_EQ(runtimeDirectory("\\game"), "\\");
+}
+
+TEST(Boot, WithoutASeparatorItIsTheWorkingDirectory) {
+    EXPECT_EQ(runtimeDirectory("game"), "./");
+    EXPECT_EQ(runtimeDirectory(""), "./");
+}
+
+TEST(Boot, TheStartupLibraryStandsUnderResources) {
+    path = "C:\\games\\bin\\";
+    EXPECT_EQ(startupSourcePath(), "C:/games/bin/../Resources/lua.os");
+    path = "./";
+    EXPECT_EQ(startupSourcePath(), "./../Resources/lua.os");
+}
+
+TEST(Boot, ASourceDirectoryIsWhatStandsBeforeTheLastSeparator) {
+    EXPECT_EQ(sourceDirectoryForPath("a/b/c.os"), "a/b");
+    EXPECT_EQ(sourceDirectoryForPath("a\\b\\c.os"), "a\\b");
+    EXPECT_EQ(sourceDirectoryForPath("a/b\\c.os"), "a/b");
+    EXPECT_EQ(sourceDirectoryForPath("a\\b/c.os"), "a\\b");
+    EXPECT_EQ(sourceDirectoryForPath("/c.os"), "");
+    EXPECT_EQ(sourceDirectoryForPath("c.os"), "");
+    EXPECT_EQ(sourceDirectoryForPath(""), "");
+    EXPECT_EQ(sourceDirectoryForPath("a/"), "a");
+}
+
+} // namespace
