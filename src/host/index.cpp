@@ -27,6 +27,12 @@ void registerFunctions() {
     publishInputGlobals();
 }
 
+std::string executablePath(const char* directory, int argc, const char* const* argv) {
+    constexpr const char* name = "Velmaris.exe"; // whatever the file is called: only its directory is used
+    if (directory) return engine.normalisePath(std::string(directory) + name);
+    return argv && argc >= 1 && argv[0] ? engine.normalisePath(argv[0]) : std::string();
+}
+
 std::string runtimeDirectory(const std::string& executablePath) {
     const std::size_t separator = executablePath.find_last_of("/\\");
     return separator == std::string::npos ? "./" : executablePath.substr(0, separator + 1);

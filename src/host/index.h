@@ -29,6 +29,11 @@ void registerFunctions();
 /// and everything counts as released.
 void publishInputGlobals();
 
+/// The path of the executable, normalised; may be empty.
+/// @param directory   where it lies, with the trailing separator, as the platform tells it; null if it can't
+/// @param argc, argv  the command line, whose first word is the path where the platform is silent
+std::string executablePath(const char* directory, int argc, const char* const* argv);
+
 /// The directory that `path` becomes for an executable: everything up to its last separator, that included, or "./"
 /// if it has none.
 std::string runtimeDirectory(const std::string& executablePath);

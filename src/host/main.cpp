@@ -14,16 +14,13 @@
 
 namespace {
 
-constexpr const char* executableName = "Velmaris.exe"; // whatever the file is called: only its directory is used
 constexpr std::size_t directoryBufferSize = 4096;
 
-/// The path of the executable, normalised, as the platform or else the first argument tells it; may be empty.
-std::string findExecutable(int argc, char** argv) {
+/// The directory in which the executable lies, as far as anybody can tell.
+std::string findRuntimeDirectory(int argc, char** argv) {
     std::array<char, directoryBufferSize> directory{};
-    if (wm_executable_directory(directory.data(), static_cast<unsigned>(directory.size())) != 0) {
-        return engine.normalisePath(std::string(directory.data()) + executableName);
-    }
-    return argv && argc >= 1 && argv[0] ? engine.normalisePath(argv[0]) : std::string();
+    const bool told = wm_executable_directory(directory.data(), static_cast<unsigned>(directory.size())) != 0;
+    return runtimeDirectory(executablePath(told ? directory.data() : nullptr, argc, argv));
 }
 
 /// Takes one step of the start. A failure is reported, and the steps that would follow are not taken.
@@ -42,7 +39,7 @@ template <typename Step> bool guarded(const Step& step) {
 
 int main(int argc, char** argv) {
     setNativeStackSize(prepareProcess());
-    path = runtimeDirectory(findExecutable(argc, argv));
+    path = findRuntimeDirectory(argc, argv);
 
     std::string sourcePath;
     const bool succeeded = guarded([] { registerFunctions(); }) &&
