@@ -157,7 +157,9 @@ FastScalarValue OstrelScript::runFastBody(const ScriptCallable& callable, Variab
         setCurrentLine(*callable.returnLine);
         countStep();
         const LinePlan& plan = *callable.returnLine->plan;
-        if (plan.values.size() == 1 && plan.values[0].isValid()) return evaluateFastDual(plan.values[0], boxed);
+        // What a function with `...` gives is a value, never a scalar: in a condition its 0 is true.
+        if (plan.values.size() == 1 && plan.values[0].isValid() && !callable.isVariadic)
+            return evaluateFastDual(plan.values[0], boxed);
         evaluateReturn(*callable.returnLine, boxed);
         return {};
     } catch (const std::exception&) {

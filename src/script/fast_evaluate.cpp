@@ -43,6 +43,18 @@ private:
         const Variable* boxed = nullptr;
     };
 
+    /// The result of what made a Variable, such as a join: what is looked up with it is no scalar either. A Variable
+    /// that merely stands in a name, an element or a literal has no such mark, and a call needs none.
+    static FastScalarValue madeValue() {
+        FastScalarValue none;
+        none.boolValue = true;
+        return none;
+    }
+    bool isMade(FastNodeIndex index, const Operand& operand) const {
+        return !operand.scalar.isValid() &&
+               (operand.scalar.boolValue || expression_.node(index).kind == FastKind::Call);
+    }
+
     bool aborted(const FastNode& node) const { return node.calls && engine_.shouldAbortForSoftRaisedError(); }
     const Variable& stringLiteral(const FastNode& node) const {
         return expression_.strings[static_cast<std::size_t>(node.intValue)];
@@ -76,7 +88,9 @@ private:
                 Variable keyStorage;
                 const Operand key = read(node.right, keyStorage, true);
                 setToken(node);
-                return borrowed(findElement(*container.boxed, key));
+                const Variable* element = findElement(*container.boxed, key);
+                if (!isMade(node.left, container) && !isMade(node.right, key)) return borrowed(element);
+                return {madeValue(), element == nullptr ? &nil_ : element};
             }
         }
         const FastScalarValue scalar = evaluate(index, storage);
@@ -115,9 +129,9 @@ private:
         setToken(node);
         if (!container.scalar.isValid() && (container.boxed->isArray() || container.boxed->isTable())) {
             const Variable* element = findElement(*container.boxed, key);
-            if (!expression_.node(node.left).calls) return copyOf(element, boxed);
+            if (!isMade(node.left, container) && !isMade(node.right, key)) return copyOf(element, boxed);
             boxed = element == nullptr ? Variable() : Variable(*element);
-            return {};
+            return madeValue();
         }
         Variable boxedKey;
         const Variable& keyValue = box(key, boxedKey);
@@ -218,7 +232,10 @@ private:
         if (aborted(node)) return makeFastScalarNil();
         setToken(node);
         Variable storage;
-        return makeFastScalarInt(engine_.arrayLength(box(operand, storage)));
+        const int length = engine_.arrayLength(box(operand, storage));
+        if (!isMade(node.left, operand)) return makeFastScalarInt(length);
+        boxed = length;
+        return madeValue();
     }
 
     /// Inside an expression only nil and false are false, 0 is not.
@@ -230,11 +247,11 @@ private:
         const FastScalarValue left = evaluate(node.left, boxed);
         if (aborted(expression_.node(node.left))) return makeFastScalarNil();
         const bool truthy = left.isValid() ? isTruthyInExpression(left) : engine_.isTruthy(boxed);
-        if (truthy == (node.kind == FastKind::Or)) return left;
+        if (truthy == (node.kind == FastKind::Or)) return left.isValid() ? left : madeValue();
         const FastScalarValue right = evaluate(node.right, boxed);
-        if (left.isValid() || !right.isValid()) return right;
-        assignFastScalarToVariable(boxed, right);
-        return {};
+        if (left.isValid() && right.isValid()) return right;
+        if (right.isValid()) assignFastScalarToVariable(boxed, right);
+        return madeValue();
     }
 
     /// The scalar of a literal or a plain variable; Invalid for all other nodes and values.
@@ -257,7 +274,7 @@ private:
                 if (left.scalar.isValid()) return combineScalars(node.kind, left.scalar, right, boxed);
                 Variable storage;
                 combineBoxed(node.kind, left, {right, nullptr}, boxed, storage);
-                return {};
+                return madeValue();
             }
         }
         const bool rightCalls = expression_.node(node.right).calls;
@@ -270,7 +287,7 @@ private:
         if (left.scalar.isValid() && right.scalar.isValid())
             return combineScalars(node.kind, left.scalar, right.scalar, boxed);
         combineBoxed(node.kind, left, right, boxed, rightStorage);
-        return {};
+        return madeValue();
     }
 
     static BinaryOperator arithmeticOf(FastKind kind) {
@@ -354,6 +371,8 @@ private:
         else
             boxed = engine_.performOperation(leftValue, arithmeticOf(kind), rightValue);
     }
+
+    static inline const Variable nil_;
 
     OstrelScript& engine_;
     const FastExpression& expression_;

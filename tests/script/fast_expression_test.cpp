@@ -319,7 +319,7 @@ TEST(Condition, ZeroIsFalseWhereScalarsAreComputed) {
     OstrelScript engine;
     engine.runScript("zero = 0\nfloatZero = 0.0\nlist = [0, 0.0, 1]\nmap = {k = 0, sub = {z = 0}}\nempty = []\n"
                      "function one()\nreturn 0\nend\nfunction same(x)\nreturn x\nend\n"
-                     "function guarded(x)\nif x == 9\nerror(\"nine\")\nend\nreturn x\nend");
+                     "function guarded(x)\nif x == 9\nerror(\"nine\")\nend\nreturn x\nend\nname = \"k\"");
     for (const char* condition : {"0",
                                   "0.0",
                                   "-0",
@@ -332,6 +332,9 @@ TEST(Condition, ZeroIsFalseWhereScalarsAreComputed) {
                                   "list[2]",
                                   "map[\"k\"]",
                                   "map[\"sub\"][\"z\"]",
+                                  "map[name]",
+                                  "list[zero + 1]",
+                                  "list[same(1)]",
                                   "zero + 0",
                                   "1 - 1",
                                   "5 \\ 6",
@@ -366,10 +369,33 @@ TEST(Condition, ZeroIsFalseWhereScalarsAreComputed) {
 TEST(Condition, ZeroIsTrueWhereValuesAreComputed) {
     OstrelScript engine;
     engine.runScript("list = [0]\nfunction longer(x)\nlocal y = x\nreturn y\nend\nfunction table0()\nlocal t = {k = "
-                     "0}\nreturn t\nend");
-    for (const char* condition :
-         {"[0][1]", "{a = 0}[\"a\"]", "longer(0)", "longer(0.0)", "longer(0) + 0", "0 + longer(0)", "toNumber(\"0\")",
-          "table0()[\"k\"]", "false or longer(0)", "longer(1) and 0", "-longer(0)", "get(list, 1)"})
+                     "0}\nreturn t\nend\nfunction open(...)\nreturn 0\nend\nmap = {k1 = 0, sub1 = {z = 0, e = []}}");
+    for (const char* condition : {"[0][1]",
+                                  "{a = 0}[\"a\"]",
+                                  "longer(0)",
+                                  "longer(0.0)",
+                                  "longer(0) + 0",
+                                  "0 + longer(0)",
+                                  "toNumber(\"0\")",
+                                  "table0()[\"k\"]",
+                                  "false or longer(0)",
+                                  "longer(1) and 0",
+                                  "-longer(0)",
+                                  "get(list, 1)",
+                                  "open()",
+                                  "open() + 1 - 1",
+                                  "list[longer(1)]",
+                                  "map[\"k\" + 1]",
+                                  "map[longer(\"k1\")]",
+                                  "map[\"k\" + 1] + 0",
+                                  "map[\"sub\" + 1][\"z\"]",
+                                  "map[\"sub\" + 1][\"z\"] * 2",
+                                  "#map[\"sub\" + 1][\"e\"]",
+                                  "#longer([])",
+                                  "#(\"\" + \"\")",
+                                  "(nobody or map)[\"k1\"]",
+                                  "(map and list)[1]",
+                                  "#(nobody or \"\")"})
         EXPECT_EQ(conditionOf(engine, condition), "yes") << condition;
     for (const char* condition :
          {"longer(false)", "longer(not)", "[false][1]", "[not][1]", "{}[1]", "!longer(0)", "not longer(0)"})
