@@ -12,7 +12,7 @@ namespace {
 /// The arguments of a call whose last one is a multi value, with that one's values in its place.
 std::vector<Variable> withLastTakenApart(const std::vector<Variable>& values) {
     std::vector<Variable> all(values.begin(), values.end() - 1);
-    if (const std::shared_ptr<MultiResult>& multi = values.back().asMulti()) {
+    if (const Ref<MultiResult>& multi = values.back().asMulti()) {
         all.insert(all.end(), multi->values.begin(), multi->values.end());
     }
     return all;
@@ -53,7 +53,7 @@ const Variable& Arguments::at(std::size_t index) const {
 }
 
 Variable makeModule(std::string_view name, std::span<const ModuleEntry> entries) {
-    auto table = std::make_shared<Table>();
+    auto table = makeRef<Table>();
     table->reserve(entries.size());
     for (const ModuleEntry& entry : entries) {
         std::string qualifiedName = std::string(name) + "." + entry.key;

@@ -231,7 +231,7 @@ private:
 
     void declare(const BytecodeFunctionDecl& declaration) {
         const ParsedScriptLine& line = enterLine(declaration.line);
-        auto callable = std::make_shared<ScriptCallable>();
+        auto callable = makeRef<ScriptCallable>();
         callable->program = shared_;
         callable->chunkIndex = declaration.bodyChunk;
         callable->sourceDirectory = declaration.sourceDirectory;

@@ -73,7 +73,7 @@ enum class FastBody : std::uint8_t {
     GuardedReturn = 2, // `if condition`, `error("text")`, `end`, `return ...`
 };
 
-struct ScriptCallable : std::enable_shared_from_this<ScriptCallable> {
+struct ScriptCallable {
     bool isNative = false;      // the library's or the host's
     bool isCoroutine = false;   // calling it starts a coroutine
     bool isVariadic = false;    // takes `...`
@@ -102,4 +102,6 @@ struct ScriptCallable : std::enable_shared_from_this<ScriptCallable> {
     const ParsedScriptLine* errorLine = nullptr;  // its `error("text")`
     const ParsedScriptLine* returnLine = nullptr; // the `return` of both fast bodies
     std::string guardMessage;                     // that text
+
+    std::shared_ptr<const bool> alive; // what a jump target watches; null until a label needs it
 };

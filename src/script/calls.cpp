@@ -66,7 +66,7 @@ FastScalarValue OstrelScript::callFunction(ScriptCallable& function, const Varia
     const DepthGuard depth(callDepth_);
     if (!function.isNative) {
         if (!function.isCoroutine) return callScript(function, arguments, count, boxed);
-        startCoroutine(function.shared_from_this(), arguments, count);
+        startCoroutine(Ref<ScriptCallable>::of(function), arguments, count);
         return makeFastScalarNil();
     }
 
@@ -204,7 +204,7 @@ Variable OstrelScript::pcallFunctionFast(const Variable* arguments, std::size_t 
 // ---------------------------------------------------------------------------------------------------------------------
 
 Variable OstrelScript::makeNativeCallable(HostFunction function, std::string name) {
-    auto callable = std::make_shared<ScriptCallable>();
+    auto callable = makeRef<ScriptCallable>();
     callable->isNative = true;
     callable->nativeFunction = std::move(function);
     callable->name = std::move(name);
@@ -212,7 +212,7 @@ Variable OstrelScript::makeNativeCallable(HostFunction function, std::string nam
 }
 
 Variable OstrelScript::makeLibraryCallable(LibraryFunction function, std::string name) {
-    auto callable = std::make_shared<ScriptCallable>();
+    auto callable = makeRef<ScriptCallable>();
     callable->isNative = true;
     callable->libraryFunction = function;
     callable->builtinId = builtinIdFromName(name);

@@ -36,7 +36,7 @@ struct CoroutineFrame {
 };
 
 struct CoroutineState {
-    std::shared_ptr<ScriptCallable> callable;
+    Ref<ScriptCallable> callable;
     ExecutionState execution; // not linked to the names while the main line runs
     std::vector<CoroutineFrame> frames;
 };
@@ -47,7 +47,8 @@ struct CoroutineTerminated {};
 
 /// Where `jumpTo` finds a label outside of the active chunks. The function may be gone.
 struct JumpTarget {
-    std::weak_ptr<ScriptCallable> callable;
+    ScriptCallable* callable = nullptr;
+    std::weak_ptr<const bool> alive; // expires with the function
     std::weak_ptr<BytecodeProgram> program;
     std::uint32_t chunk = 0; // the chunk in which the `nest` block stands
     std::uint32_t nest = 0;  // index into nestBlocks

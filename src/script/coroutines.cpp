@@ -240,7 +240,7 @@ private:
 // Starting and replacing
 // ---------------------------------------------------------------------------------------------------------------------
 
-std::shared_ptr<CoroutineState> OstrelScript::createCoroutineState(std::shared_ptr<ScriptCallable> callable,
+std::shared_ptr<CoroutineState> OstrelScript::createCoroutineState(Ref<ScriptCallable> callable,
                                                                    const Variable* arguments, std::size_t count) {
     auto state = std::make_shared<CoroutineState>();
     state->callable = std::move(callable);
@@ -257,8 +257,7 @@ std::shared_ptr<CoroutineState> OstrelScript::createCoroutineState(std::shared_p
     return state;
 }
 
-void OstrelScript::startCoroutine(std::shared_ptr<ScriptCallable> callable, const Variable* arguments,
-                                  std::size_t count) {
+void OstrelScript::startCoroutine(Ref<ScriptCallable> callable, const Variable* arguments, std::size_t count) {
     std::shared_ptr<CoroutineState> state = createCoroutineState(std::move(callable), arguments, count);
     if (inCoroutineTurn_) {
         replacementCoroutine_ = std::move(state);

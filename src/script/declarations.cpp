@@ -5,7 +5,7 @@
 #include <algorithm>
 
 /// Reads `[prefix] function target ( parameters )`, fills in the callable's name and parameters, and stores it.
-void OstrelScript::declareFunction(const ParsedScriptLine& line, std::shared_ptr<ScriptCallable> callable) {
+void OstrelScript::declareFunction(const ParsedScriptLine& line, Ref<ScriptCallable> callable) {
     const std::vector<std::string>& tokens = line.tokens;
     std::size_t i = line.kind == LineKind::Function ? 1 : 2;
     const auto fail = [this, &tokens, &i](const char* message) {

@@ -85,7 +85,7 @@ private:
         }
         // A text grows in place: a chain of joins builds one string.
         if (binaryOperator == BinaryOperator::Add && left.isString()) {
-            right.appendTo(left.asString());
+            right.appendTo(left.editString());
             return left;
         }
         return engine_.performOperation(left, binaryOperator, right);
@@ -226,7 +226,7 @@ private:
     /// Gathers positional values as an array until the first key turns up; from then on everything is in a table.
     struct LiteralEntries {
         Elements positional;
-        std::shared_ptr<Table> table;
+        Ref<Table> table;
         int position = 0;
 
         void add(Variable value) {
@@ -239,7 +239,7 @@ private:
 
         void add(const std::string& key, Variable value) {
             if (!table) {
-                table = std::make_shared<Table>();
+                table = makeRef<Table>();
                 for (std::size_t i = 0; i < positional.size(); ++i)
                     table->set(static_cast<int>(i) + 1, std::move(positional[i]));
             }

@@ -141,7 +141,7 @@ private:
 
     FastScalarValue evaluateCall(const FastNode& node, Variable& boxed) {
         // Held, not borrowed: the function may replace its own variable while its arguments are made or while it runs.
-        std::shared_ptr<ScriptCallable> function;
+        Ref<ScriptCallable> function;
         {
             Variable storage;
             const Operand callee = read(node.left, storage, true);
@@ -358,9 +358,9 @@ private:
         // A text that was just made grows in place: a chain of joins builds one string.
         if (kind == FastKind::Add && left.boxed == &boxed && !left.scalar.isValid() && boxed.isString()) {
             if (right.scalar.isValid())
-                fastScalarToVariable(right.scalar).appendTo(boxed.asString());
+                fastScalarToVariable(right.scalar).appendTo(boxed.editString());
             else
-                right.boxed->appendTo(boxed.asString());
+                right.boxed->appendTo(boxed.editString());
             return;
         }
         Variable leftStorage;

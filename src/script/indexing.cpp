@@ -29,7 +29,7 @@ void setStringByte(Variable& container, const Variable& key, const Variable& val
     if (!value.isString()) throw std::runtime_error("String element assignment requires a string value");
     if (value.asString().size() != 1)
         throw std::runtime_error("String element assignment requires a single-character string");
-    std::string& text = container.asString();
+    std::string& text = container.editString();
     const int index = key.asInt();
     if (index < 1 || static_cast<std::size_t>(index) > text.size())
         throw std::runtime_error("String index out of range");

@@ -62,7 +62,7 @@ bool isNestWithLabel(const BytecodeProgram& program, const Instruction& instruct
 } // namespace
 
 /// Enters the labels of a function's body and of the blocks in it. The last declaration of a label wins.
-void OstrelScript::registerCallableNestLabels(const std::shared_ptr<ScriptCallable>& callable) {
+void OstrelScript::registerCallableNestLabels(const Ref<ScriptCallable>& callable) {
     const BytecodeProgram& program = *callable->program;
     if (program.nestBlocks.empty()) return;
     std::vector<unsigned> waiting{callable->chunkIndex};
@@ -79,8 +79,10 @@ void OstrelScript::registerCallableNestLabels(const std::shared_ptr<ScriptCallab
                 instruction.operand >= program.nestBlocks.size())
                 return;
             const BytecodeNestBlock& nest = program.nestBlocks[instruction.operand];
-            if (!nest.label.empty())
-                jumpTargets_[nest.label] = {callable, callable->program, nest.parentChunk, instruction.operand};
+            if (nest.label.empty()) return;
+            if (!callable->alive) callable->alive = std::make_shared<const bool>(true);
+            jumpTargets_[nest.label] = {callable.get(), callable->alive, callable->program, nest.parentChunk,
+                                        instruction.operand};
         });
         waiting.insert(waiting.end(), bodies.rbegin(), bodies.rend()); // source order
     }
@@ -116,7 +118,8 @@ bool OstrelScript::executeRegisteredJumpTarget(const std::string& label) {
     const auto entry = jumpTargets_.find(label);
     if (entry == jumpTargets_.end()) return false;
     const JumpTarget target = entry->second;
-    const std::shared_ptr<ScriptCallable> callable = target.callable.lock();
+    const Ref<ScriptCallable> callable =
+        target.alive.expired() ? Ref<ScriptCallable>() : Ref<ScriptCallable>::of(*target.callable);
     const std::shared_ptr<BytecodeProgram> program = target.program.lock();
     std::size_t start = 0;
     if (!callable || !program || target.nest >= program->nestBlocks.size() ||

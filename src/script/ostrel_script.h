@@ -307,7 +307,7 @@ private:
     Variable evaluateRange(const ParsedScriptLine& line, const TokenRange& range, const FastExpression& expression,
                            const char* leftOver);
     std::vector<Variable> evaluateKeys(const ParsedScriptLine& line, const ParsedAssignmentTarget& target);
-    void declareFunction(const ParsedScriptLine& line, std::shared_ptr<ScriptCallable> callable);
+    void declareFunction(const ParsedScriptLine& line, Ref<ScriptCallable> callable);
     void prepareFastCallableBody(ScriptCallable& callable, const ParsedScriptLine* first,
                                  const ParsedScriptLine* last) const;
     NumericLoop readNumericLoop(const ParsedScriptLine& line);
@@ -331,10 +331,10 @@ private:
     [[noreturn]] void reportLoopHeader(const ParsedScriptLine& line);
 
     // coroutines.cpp
-    std::shared_ptr<CoroutineState> createCoroutineState(std::shared_ptr<ScriptCallable> callable,
-                                                         const Variable* arguments, std::size_t count);
+    std::shared_ptr<CoroutineState> createCoroutineState(Ref<ScriptCallable> callable, const Variable* arguments,
+                                                         std::size_t count);
     /// Schedules a coroutine in place of the present one; inside a turn, ends the coroutine that calls.
-    void startCoroutine(std::shared_ptr<ScriptCallable> callable, const Variable* arguments, std::size_t count);
+    void startCoroutine(Ref<ScriptCallable> callable, const Variable* arguments, std::size_t count);
     void serviceScheduledCoroutineTurn();
     /// Runs a turn if one is due; an error is kept for the main line's next statement.
     void serviceScheduledCoroutineTurnNoThrow();
@@ -344,8 +344,8 @@ private:
     bool needsAttention() const { return pendingJump_ || scheduledCoroutine_ || pendingCoroutineException_; }
 
     // jumps.cpp
-    void registerCallableNestLabels(const std::shared_ptr<ScriptCallable>& callable);
-    void registerNestLabelsOfChunk(const std::shared_ptr<ScriptCallable>& callable, unsigned chunk);
+    void registerCallableNestLabels(const Ref<ScriptCallable>& callable);
+    void registerNestLabelsOfChunk(const Ref<ScriptCallable>& callable, unsigned chunk);
     static bool findNestLabelInBytecodeChunk(const BytecodeProgram& program, unsigned chunk, const std::string& label,
                                              std::size_t& instruction);
     bool activeBytecodeAncestorHasNestLabel(const BytecodeProgram& program, unsigned chunk,
@@ -401,7 +401,7 @@ private:
     [[noreturn]] void reportStepLimit();
 
     // script_files.cpp
-    std::shared_ptr<ScriptCallable> makeChunkCallable(std::shared_ptr<BytecodeProgram> program) const;
+    Ref<ScriptCallable> makeChunkCallable(std::shared_ptr<BytecodeProgram> program) const;
     const std::string& currentSourcePath() const;
     const std::string& currentSourceDirectory() const;
 
@@ -428,7 +428,7 @@ private:
     /// A compiled script file. Entries are never removed.
     struct ScriptFileCacheEntry {
         std::shared_ptr<BytecodeProgram> program;
-        std::shared_ptr<ScriptCallable> callable;
+        Ref<ScriptCallable> callable;
         std::uintmax_t size = 0;
         std::int64_t modified = 0; // change time of the file, in seconds
         bool dirty = false;

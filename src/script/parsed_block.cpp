@@ -169,7 +169,7 @@ std::shared_ptr<const std::vector<ParsedScriptLine>> OstrelScript::copyBody(cons
 
 void OstrelScript::declareParsedFunction(const std::vector<ParsedScriptLine>& lines, std::size_t index) {
     const ParsedScriptLine& line = lines[index];
-    auto callable = std::make_shared<ScriptCallable>();
+    auto callable = makeRef<ScriptCallable>();
     callable->body = copyBody(lines.data() + index + 1, lines.data() + line.matchingEnd);
     prepareFastCallableBody(*callable, callable->body->data(), callable->body->data() + callable->body->size());
     callable->sourcePath = currentSourcePath();

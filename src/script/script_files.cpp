@@ -114,8 +114,8 @@ std::string OstrelScript::readScriptFile(const std::string& name) const {
     return bytes;
 }
 
-std::shared_ptr<ScriptCallable> OstrelScript::makeChunkCallable(std::shared_ptr<BytecodeProgram> program) const {
-    auto callable = std::make_shared<ScriptCallable>();
+Ref<ScriptCallable> OstrelScript::makeChunkCallable(std::shared_ptr<BytecodeProgram> program) const {
+    auto callable = makeRef<ScriptCallable>();
     callable->isLoadedChunk = true;
     callable->nativeScopeIndex = blockDepth_;
     callable->sourcePath = program->sourcePath;

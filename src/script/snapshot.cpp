@@ -270,7 +270,7 @@ private:
     Variable table(unsigned depth) {
         constexpr std::size_t smallestPair = 5;
         const std::uint32_t count = in_.count(smallestPair);
-        auto table = std::make_shared<Table>();
+        auto table = makeRef<Table>();
         table->reserve(count);
         for (std::uint32_t i = 0; i < count; ++i) {
             const std::string key = in_.text();
@@ -280,7 +280,7 @@ private:
     }
 
     Variable function() {
-        auto callable = std::make_shared<ScriptCallable>();
+        auto callable = makeRef<ScriptCallable>();
         callable->isVariadic = in_.boolean();
         callable->isGlobalDeclared = in_.u8();
         callable->chunkIndex = in_.u32();

@@ -180,7 +180,7 @@ void OstrelScript::assignCompound(const ParsedScriptLine& line) {
 void OstrelScript::applyInPlace(Variable& target, BinaryOperator binaryOperator, const Variable& right) {
     if (binaryOperator == BinaryOperator::Add && target.isString()) {
         const std::string suffix = right.toString(); // `right` may be the target itself
-        target.asString() += suffix;
+        target.editString() += suffix;
     } else {
         target = performOperation(target, binaryOperator, right);
     }

@@ -17,59 +17,18 @@
 // Values that own something
 // ---------------------------------------------------------------------------------------------------------------------
 
+template <> void Ref<Table>::destroy(SharedHead* head) { delete static_cast<Shared<Table>*>(head); }
+
+template <> void Ref<ScriptCallable>::destroy(SharedHead* head) { delete static_cast<Shared<ScriptCallable>*>(head); }
+
 void Variable::failAccess() { throw std::bad_variant_access(); }
 
-void Variable::copyOwned(const Variable& other) {
-    switch (type) {
-    case VarType::String: new (&string_) std::string(other.string_); break;
-    case VarType::Raw: new (&raw_) std::vector<char>(other.raw_); break;
-    case VarType::Array: new (&array_) std::shared_ptr<Elements>(other.array_); break;
-    case VarType::Table: new (&table_) std::shared_ptr<Table>(other.table_); break;
-    case VarType::Function: new (&function_) std::shared_ptr<ScriptCallable>(other.function_); break;
-    default: new (&multi_) std::shared_ptr<MultiResult>(other.multi_); break;
-    }
-}
-
-void Variable::takeOwned(Variable& other) noexcept {
-    switch (type) {
-    case VarType::String:
-        new (&string_) std::string(std::move(other.string_));
-        other.string_.~basic_string();
-        break;
-    case VarType::Raw:
-        new (&raw_) std::vector<char>(std::move(other.raw_));
-        other.raw_.~vector();
-        break;
-    // A shared pointer that was moved from holds nothing, and its destructor would do nothing.
-    case VarType::Array: new (&array_) std::shared_ptr<Elements>(std::move(other.array_)); break;
-    case VarType::Table: new (&table_) std::shared_ptr<Table>(std::move(other.table_)); break;
-    case VarType::Function: new (&function_) std::shared_ptr<ScriptCallable>(std::move(other.function_)); break;
-    default: new (&multi_) std::shared_ptr<MultiResult>(std::move(other.multi_)); break;
-    }
-    other.type = VarType::Nil;
-    other.word_ = 0;
-}
-
-void Variable::assignOwned(const Variable& other) {
-    if (this == &other) return;
-    if (type == VarType::String && other.type == VarType::String) {
-        string_ = other.string_; // reuses the text's storage
-        return;
-    }
-    // The old value may be what keeps `other` alive, so it is let go of last.
-    Variable copy(other);
-    assignOwned(std::move(copy));
-}
-
-void Variable::assignOwned(Variable&& other) noexcept {
-    if (this == &other) return;
-    Variable old;
-    old.type = type;
-    old.word_ = word_;
-    if (!isPlain()) old.takeOwned(*this);
-    type = other.type;
-    word_ = other.word_;
-    if (!isPlain()) takeOwned(other);
+std::string& Variable::editString() {
+    expect(VarType::String);
+    if (object_->holds > 1) *this = Variable(std::string(text().text));
+    auto& own = *static_cast<Shared<ScriptText>*>(object_);
+    own.hash = 0;
+    return own.text;
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -87,69 +46,62 @@ bool isContainer(const Variable& variable) { return variable.isArray() || variab
 
 } // namespace
 
-bool Variable::isLastHold() const noexcept {
-    switch (type) {
-    case VarType::Array: return array_.use_count() == 1;
-    case VarType::Table: return table_.use_count() == 1;
-    case VarType::Multi: return multi_.use_count() == 1;
-    default: return false;
-    }
-}
-
 /// Moves the containers inside a container out, so that destroying it destroys nothing nested.
-void Variable::takeNested(std::vector<Variable>& out) {
-    if (isTable()) {
-        table_->moveSharedValuesTo(out);
+void Variable::takeNested(VarType type, SharedHead* object, std::vector<Variable>& out) {
+    if (type == VarType::Table) {
+        static_cast<Shared<Table>*>(object)->moveSharedValuesTo(out);
         return;
     }
-    for (Variable& element : isArray() ? *array_ : multi_->values)
+    Elements& elements = type == VarType::Array ? *static_cast<Shared<Elements>*>(object)
+                                                : static_cast<Shared<MultiResult>*>(object)->values;
+    for (Variable& element : elements)
         if (isContainer(element)) out.push_back(std::move(element));
 }
 
-void Variable::release() noexcept {
-    const VarType released = type;
-    type = VarType::Nil;
-    switch (released) {
-    case VarType::String: string_.~basic_string(); break;
-    case VarType::Raw: raw_.~vector(); break;
-    case VarType::Function: function_.~shared_ptr(); break;
-    default: {
-        type = released;
-        if (isLastHold()) {
-            if (waitingContainers != nullptr) {
-                waitingContainers->emplace_back(std::move(*this));
-                return;
-            }
-            std::vector<Variable> waiting;
-            waitingContainers = &waiting;
-            takeNested(waiting);
-            dropHold(); // may let go of functions, and these of further containers: while the list stands
-            while (!waiting.empty()) {
-                Variable next = std::move(waiting.back());
-                waiting.pop_back();
-                if (next.isLastHold()) next.takeNested(waiting);
-                next.dropHold();
-            }
-            waitingContainers = nullptr;
-            return;
-        }
-        dropHold();
-        return;
+void Variable::destroyObject(VarType type, SharedHead* object) noexcept {
+    switch (type) {
+    case VarType::String: delete static_cast<Shared<ScriptText>*>(object); break;
+    case VarType::Raw: delete static_cast<Shared<std::vector<char>>*>(object); break;
+    case VarType::Function: delete static_cast<Shared<ScriptCallable>*>(object); break;
+    case VarType::Array: delete static_cast<Shared<Elements>*>(object); break;
+    case VarType::Table: delete static_cast<Shared<Table>*>(object); break;
+    default: delete static_cast<Shared<MultiResult>*>(object); break;
     }
-    }
-    word_ = 0;
 }
 
-/// Gives up this hold on a container that has no other containers inside, or other holds.
-void Variable::dropHold() noexcept {
-    switch (type) {
-    case VarType::Array: array_.~shared_ptr(); break;
-    case VarType::Table: table_.~shared_ptr(); break;
-    case VarType::Multi: multi_.~shared_ptr(); break;
-    default: break;
-    }
+SharedHead* Variable::giveUp() noexcept {
+    SharedHead* const object = object_;
     type = VarType::Nil;
     word_ = 0;
+    return --object->holds == 0 ? object : nullptr;
+}
+
+void Variable::destroy(VarType type, SharedHead* object) noexcept {
+    if (type != VarType::Array && type != VarType::Table && type != VarType::Multi) {
+        destroyObject(type, object);
+        return;
+    }
+    if (waitingContainers != nullptr) {
+        Variable waiting;
+        waiting.type = type;
+        waiting.object_ = object;
+        ++object->holds;
+        waitingContainers->push_back(std::move(waiting));
+        return;
+    }
+    std::vector<Variable> waiting;
+    waitingContainers = &waiting;
+    takeNested(type, object, waiting);
+    destroyObject(type, object); // may let go of functions, and these of further containers: while the list stands
+    while (!waiting.empty()) {
+        const VarType nextType = waiting.back().type;
+        SharedHead* const next = waiting.back().giveUp();
+        waiting.pop_back();
+        if (next == nullptr) continue;
+        takeNested(nextType, next, waiting);
+        destroyObject(nextType, next);
+    }
+    waitingContainers = nullptr;
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -274,17 +226,15 @@ std::string Variable::toString() const {
 // Making and converting
 // ---------------------------------------------------------------------------------------------------------------------
 
-Variable makeMulti(std::vector<Variable> values) {
-    return Variable(std::make_shared<MultiResult>(MultiResult{std::move(values)}));
-}
+Variable makeMulti(std::vector<Variable> values) { return Variable(makeRef<MultiResult>(std::move(values))); }
 
-Variable makeArray(Elements elements) { return Variable(std::make_shared<Elements>(std::move(elements))); }
+Variable makeArray(Elements elements) { return Variable(makeRef<Elements>(std::move(elements))); }
 
-Variable makeTable() { return Variable(std::make_shared<Table>()); }
+Variable makeTable() { return Variable(makeRef<Table>()); }
 
 void promoteArrayVariableToTable(Variable& variable) {
     if (!variable.isArray()) return;
-    auto table = std::make_shared<Table>();
+    auto table = makeRef<Table>();
     const Elements& elements = *variable.asArray();
     table->reserve(elements.size());
     for (std::size_t i = 0; i < elements.size(); ++i) table->set(static_cast<int>(i) + 1, elements[i]);

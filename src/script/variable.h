@@ -2,19 +2,20 @@
 
 // The one value type of OstrelScript.
 //
-// A `Variable` is a type and a union that holds the alternative of that type. Numbers are 32 bits wide, and there are
-// only two kinds of them. Strings are values: a copy is a copy. Arrays, tables, functions and multi values are shared:
-// a copy is another hold on the same object, and nothing but reference counts decides how long it lives.
+// A `Variable` is two words: a type, and a number or a hold on an object. Numbers are 32 bits wide, and there are only
+// two kinds of them. Arrays, tables, functions and multi values are shared: a copy is another hold on the same object,
+// and nothing but reference counts decides how long it lives. Strings are values: a copy is a copy. They are shared
+// too, but nobody can tell: a text that has several holders is copied before one of them writes to it.
 //
-// Most values that a script touches are numbers, so copying, moving and destroying test the type first: a plain value
-// is one word, and only the others go on to functions of their own. That is why this is a union of our own making and
-// not the standard variant: a frame loop copies millions of them. Letting go of a container is the one operation that
-// could nest as deep as the data does; it is done with a list instead of recursion, so no script can overflow the stack
-// by building a deep value and dropping it.
+// Most values that a script touches are numbers, so copying, moving and destroying test the type first. That is why
+// this is a union of our own making and not the standard variant: a frame loop copies millions of them. Letting go of a
+// container is the one operation that could nest as deep as the data does; it is done with a list instead of recursion,
+// so no script can overflow the stack by building a deep value and dropping it.
+
+#include "script/ref.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,6 +26,10 @@ class Table;
 struct MultiResult;
 struct ScriptCallable;
 struct Variable;
+
+// What these two hold is known where they are made; letting go of them needs to know it too.
+template <> void Ref<Table>::destroy(SharedHead* head);
+template <> void Ref<ScriptCallable>::destroy(SharedHead* head);
 
 /// The elements of a script array; index 1 of the script is element 0.
 using Elements = std::vector<Variable>;
@@ -44,6 +49,14 @@ enum class VarType : std::uint32_t {
     Function = 10,
 };
 
+/// The text behind a string value.
+struct ScriptText {
+    explicit ScriptText(std::string content) noexcept : text(std::move(content)) {}
+
+    std::string text;
+    mutable std::uint32_t hash = 0; // of the text, once a table has asked for it; 0 before
+};
+
 struct Variable {
     VarType type = VarType::Nil; // read by everyone, changed only in here
 
@@ -52,43 +65,45 @@ struct Variable {
     Variable(float number) noexcept : type(VarType::Float), float_(number) {}
     Variable(bool truth) noexcept : type(VarType::Boolean), bool_(truth) {}
     Variable(void* address) noexcept : type(VarType::Pointer), pointer_(address) {}
-    Variable(std::string text) noexcept : type(VarType::String), string_(std::move(text)) {}
-    Variable(std::string_view text) : type(VarType::String), string_(text) {}
-    Variable(const char* text) : type(VarType::String), string_(text) {}
-    Variable(std::vector<char> bytes) noexcept : type(VarType::Raw), raw_(std::move(bytes)) {}
-    Variable(std::shared_ptr<Elements> array) noexcept : type(VarType::Array), array_(std::move(array)) {}
-    Variable(std::shared_ptr<Table> table) noexcept : type(VarType::Table), table_(std::move(table)) {}
-    Variable(std::shared_ptr<ScriptCallable> callable) noexcept
-        : type(VarType::Function), function_(std::move(callable)) {}
-    Variable(std::shared_ptr<MultiResult> values) noexcept : type(VarType::Multi), multi_(std::move(values)) {}
+    Variable(std::string text) : Variable(makeRef<ScriptText>(std::move(text))) {}
+    Variable(std::string_view text) : Variable(std::string(text)) {}
+    Variable(const char* text) : Variable(std::string(text)) {}
+    Variable(std::vector<char> bytes)
+        : type(VarType::Raw), object_(makeRef<std::vector<char>>(std::move(bytes)).release()) {}
+    Variable(Ref<ScriptText> text) noexcept : type(VarType::String), object_(text.release()) {}
+    Variable(Ref<Elements> array) noexcept : type(VarType::Array), object_(array.release()) {}
+    Variable(Ref<Table> table) noexcept : type(VarType::Table), object_(table.release()) {}
+    Variable(Ref<ScriptCallable> callable) noexcept : type(VarType::Function), object_(callable.release()) {}
+    Variable(Ref<MultiResult> values) noexcept : type(VarType::Multi), object_(values.release()) {}
     Variable(double) = delete; // no double is a script value: narrow it where the rule for narrowing is known
 
-    Variable(const Variable& other) : type(other.type), word_(other.word_) {
-        if (!isPlain()) copyOwned(other);
+    Variable(const Variable& other) noexcept : type(other.type), word_(other.word_) {
+        if (!isPlain()) hold();
     }
     Variable(Variable&& other) noexcept : type(other.type), word_(other.word_) {
-        if (!isPlain()) takeOwned(other);
+        other.type = VarType::Nil;
+        other.word_ = 0;
     }
-    Variable& operator=(const Variable& other) {
+    Variable& operator=(const Variable& other) noexcept {
         if (isPlain() && other.isPlain()) {
             type = other.type;
             word_ = other.word_;
         } else {
-            assignOwned(other);
+            Variable copy(other); // the old value may be what keeps `other` alive, so it is let go of last
+            swap(copy);
         }
         return *this;
     }
     Variable& operator=(Variable&& other) noexcept {
-        if (isPlain() && other.isPlain()) {
-            type = other.type;
-            word_ = other.word_;
-        } else {
-            assignOwned(std::move(other));
-        }
+        Variable taken(std::move(other));
+        swap(taken);
         return *this;
     }
-    ~Variable() {
-        if (!isPlain()) release();
+    ~Variable() { clear(); }
+
+    void swap(Variable& other) noexcept {
+        std::swap(type, other.type);
+        std::swap(word_, other.word_);
     }
 
     /// True for the types that the tag and one word hold: no ownership, nothing to release.
@@ -107,13 +122,25 @@ struct Variable {
     float asFloat() const { return expect(VarType::Float).float_; }
     bool asBool() const { return expect(VarType::Boolean).bool_; }
     void* asPointer() const { return expect(VarType::Pointer).pointer_; }
-    const std::string& asString() const { return expect(VarType::String).string_; }
-    std::string& asString() { return const_cast<std::string&>(expect(VarType::String).string_); }
-    const std::vector<char>& asRaw() const { return expect(VarType::Raw).raw_; }
-    const std::shared_ptr<Elements>& asArray() const { return expect(VarType::Array).array_; }
-    const std::shared_ptr<Table>& asTable() const { return expect(VarType::Table).table_; }
-    const std::shared_ptr<ScriptCallable>& asFunction() const { return expect(VarType::Function).function_; }
-    const std::shared_ptr<MultiResult>& asMulti() const { return expect(VarType::Multi).multi_; }
+    const std::string& asString() const { return asText().text; }
+    const ScriptText& asText() const { return *object<ScriptText>(VarType::String); }
+    /// The text for writing, this value's alone.
+    std::string& editString();
+    const std::vector<char>& asRaw() const { return *object<std::vector<char>>(VarType::Raw); }
+    Ref<Elements> asArray() const { return Ref<Elements>::ofHead(expect(VarType::Array).object_); }
+    Ref<Table> asTable() const { return Ref<Table>::ofHead(expect(VarType::Table).object_); }
+    Ref<ScriptCallable> asFunction() const { return Ref<ScriptCallable>::ofHead(expect(VarType::Function).object_); }
+    Ref<MultiResult> asMulti() const { return Ref<MultiResult>::ofHead(expect(VarType::Multi).object_); }
+
+    // What an array, table, function or string holds, without another hold on it; the type was tested before.
+    Elements& elements() const noexcept { return *static_cast<Shared<Elements>*>(object_); }
+    template <typename TableType = Table> TableType& table() const noexcept {
+        return *static_cast<Shared<TableType>*>(object_);
+    }
+    template <typename Callable = ScriptCallable> Callable* callable() const noexcept {
+        return static_cast<Shared<Callable>*>(object_);
+    }
+    const ScriptText& text() const noexcept { return *static_cast<Shared<ScriptText>*>(object_); }
 
     /// Becomes a number or nil in place, without building another Variable.
     void setNil() noexcept {
@@ -156,34 +183,32 @@ private:
         if (type != expected) failAccess();
         return *this;
     }
-    [[noreturn]] static void failAccess();
-    void clear() noexcept {
-        if (!isPlain()) release();
+    template <typename T> const T* object(VarType expected) const {
+        return static_cast<const Shared<T>*>(expect(expected).object_);
     }
+    [[noreturn]] static void failAccess();
 
-    // For the types that own something. `word_` then holds no value of its own until these have made one.
-    void copyOwned(const Variable& other);
-    void takeOwned(Variable& other) noexcept;
-    void assignOwned(const Variable& other);
-    void assignOwned(Variable&& other) noexcept;
-    /// Lets go of what the value owns and leaves nil.
-    void release() noexcept;
-    void dropHold() noexcept;
-    bool isLastHold() const noexcept;
-    void takeNested(std::vector<Variable>& out);
+    void hold() noexcept {
+        if (object_ != nullptr) ++object_->holds;
+    }
+    /// Gives up what the value owns; the caller gives it a new type and word.
+    void clear() noexcept {
+        if (!isPlain() && object_ != nullptr && --object_->holds == 0) destroy(type, object_);
+    }
+    /// Destroys an object without holds.
+    static void destroy(VarType type, SharedHead* object) noexcept;
+    static void destroyObject(VarType type, SharedHead* object) noexcept;
+    static void takeNested(VarType type, SharedHead* object, std::vector<Variable>& out);
+    /// The value becomes nil; its object is given away if this was the only hold on it, else null comes back.
+    SharedHead* giveUp() noexcept;
 
     union {
-        std::uint64_t word_; // all of a plain value
+        std::uint64_t word_; // all of it
         int int_;
         float float_;
         bool bool_;
         void* pointer_;
-        std::string string_;
-        std::vector<char> raw_;
-        std::shared_ptr<Elements> array_;
-        std::shared_ptr<Table> table_;
-        std::shared_ptr<ScriptCallable> function_;
-        std::shared_ptr<MultiResult> multi_;
+        SharedHead* object_; // of the types that own something; null is a function that is none
     };
 };
 

@@ -87,8 +87,8 @@ TEST(Call, OfWhatIsNoFunction) {
     EXPECT_EQ(fault(makeArray({})), start + "array");
     EXPECT_EQ(fault(makeMulti({})), start + "multivalue");
     EXPECT_EQ(fault(makeTable()), start + "table");
-    EXPECT_EQ(fault(Variable(std::shared_ptr<ScriptCallable>())), "Attempted to call an invalid function value");
-    engine.pushVariable("hollow", Variable(std::shared_ptr<ScriptCallable>()));
+    EXPECT_EQ(fault(Variable(Ref<ScriptCallable>())), "Attempted to call an invalid function value");
+    engine.pushVariable("hollow", Variable(Ref<ScriptCallable>()));
     EXPECT_EQ(probe.run("hollow()"), "OstrelScript error: Attempted to call an invalid function value");
     EXPECT_EQ(faultOf([&engine] { engine.callCallable(5, {}); }), "callCallable: value is not a function");
 }

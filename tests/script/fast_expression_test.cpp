@@ -183,7 +183,7 @@ TEST(FastScalar, HoldsNumbersBooleansAndNil) {
     }
     for (const Variable& value :
          {Variable("5"), makeArray({}), makeTable(), makeMulti({}), Variable(static_cast<void*>(nullptr)),
-          Variable(std::vector<char>()), Variable(std::make_shared<ScriptCallable>())})
+          Variable(std::vector<char>()), Variable(makeRef<ScriptCallable>())})
         EXPECT_FALSE(fastScalarFromVariable(value).isValid()) << value.toString();
 }
 

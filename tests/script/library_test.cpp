@@ -15,7 +15,7 @@
 
 namespace {
 
-std::shared_ptr<ScriptCallable> functionNamed(const OstrelScript& engine, const std::string& qualified) {
+Ref<ScriptCallable> functionNamed(const OstrelScript& engine, const std::string& qualified) {
     const std::size_t dot = qualified.find('.');
     if (dot == std::string::npos) {
         const Variable function = engine.pullVariable(qualified);
@@ -169,7 +169,7 @@ public:
         case 3: return "h\xC3\xA9llo";
         case 4: return makeArray(Elements(upTo(4)));
         case 5: {
-            auto table = std::make_shared<Table>();
+            auto table = makeRef<Table>();
             for (int key = 1; key <= static_cast<int>(upTo(4)); ++key) table->set(key, key);
             return table;
         }
@@ -269,7 +269,7 @@ TEST(Library, AnyArgumentsGiveAResultOrAMessage) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     RandomValues values(seed);
     OstrelScript engine;
-    std::vector<std::shared_ptr<ScriptCallable>> functions;
+    std::vector<Ref<ScriptCallable>> functions;
     for (const char* name :
          {"getTimeMs",      "random", "toString", "toNumber", "typeOf",  "pop",   "clear",  "erase", "contains",
           "keys",           "values", "assert",   "pcall",    "load",    "pairs", "ipairs", "next",  "select",

@@ -364,8 +364,7 @@ TEST(Comparison, OtherPairsHaveNoOrder) {
     EXPECT_EQ(fault(true, "a"), "Cannot compare bool with string");
     EXPECT_EQ(fault(makeArray({}), makeTable()), "Cannot compare array with table");
     EXPECT_EQ(fault(makeMulti({}), std::vector<char>()), "Cannot compare multivalue with raw");
-    EXPECT_EQ(fault(static_cast<void*>(nullptr), std::make_shared<ScriptCallable>()),
-              "Cannot compare pointer with function");
+    EXPECT_EQ(fault(static_cast<void*>(nullptr), makeRef<ScriptCallable>()), "Cannot compare pointer with function");
 }
 
 TEST(Equality, NumbersAreEqualAsDoubles) {
@@ -397,8 +396,7 @@ TEST(Equality, ContentDecidesForTextAndIdentityForContainers) {
     int place = 0;
     EXPECT_TRUE(engine.variablesEqual(static_cast<void*>(&place), static_cast<void*>(&place)));
     EXPECT_FALSE(engine.variablesEqual(static_cast<void*>(&place), static_cast<void*>(nullptr)));
-    for (const Variable& shared :
-         {makeArray({1}), makeTable(), makeMulti({1}), Variable(std::make_shared<ScriptCallable>())})
+    for (const Variable& shared : {makeArray({1}), makeTable(), makeMulti({1}), Variable(makeRef<ScriptCallable>())})
         EXPECT_TRUE(engine.variablesEqual(shared, Variable(shared)));
     EXPECT_FALSE(engine.variablesEqual(makeArray({1}), makeArray({1})));
     EXPECT_FALSE(engine.variablesEqual(makeTable(), makeTable()));
@@ -467,7 +465,7 @@ TEST(ElementRead, OtherTypesHaveNoElements) {
     OstrelScript engine;
     for (const Variable& value :
          {Variable(), Variable(5), Variable(1.5F), Variable(true), Variable(static_cast<void*>(nullptr)),
-          makeMulti({1}), Variable(std::vector<char>{'a'}), Variable(std::make_shared<ScriptCallable>())})
+          makeMulti({1}), Variable(std::vector<char>{'a'}), Variable(makeRef<ScriptCallable>())})
         EXPECT_EQ(messageOf([&] { engine.getIndexedValue(value, 1); }), "Indexing requires an array, table, or string");
 }
 

@@ -49,7 +49,7 @@ Variable emptyOf(VarType type) {
     case VarType::Array: return makeArray({});
     case VarType::Multi: return makeMulti({});
     case VarType::Table: return makeTable();
-    case VarType::Function: return std::make_shared<ScriptCallable>();
+    case VarType::Function: return makeRef<ScriptCallable>();
     }
     return {};
 }
@@ -122,17 +122,31 @@ TEST(VariableCopy, PlainValuesKeepTypeAndContent) {
 TEST(VariableCopy, StringsAreValues) {
     Variable first = "abc";
     Variable second = first;
-    second.asString()[0] = 'X';
+    second.editString()[0] = 'X';
     EXPECT_EQ(first.asString(), "abc");
     EXPECT_EQ(second.asString(), "Xbc");
 }
 
 TEST(VariableCopy, RawBuffersAreValues) {
-    const Variable first = std::vector<char>{'a', '\0', 'b'};
+    Variable first = std::vector<char>{'a', '\0', 'b'};
     const Variable second = first;
-    EXPECT_EQ(first.asRaw(), second.asRaw());
-    EXPECT_NE(first.asRaw().data(), second.asRaw().data());
+    first = std::vector<char>{'c'};
+    EXPECT_EQ(second.asRaw(), (std::vector<char>{'a', '\0', 'b'}));
 }
+
+TEST(VariableCopy, ATextThatIsWrittenToIsItsOwn) {
+    Variable first = std::string(100, 'a');
+    const Variable second = first;
+    const Variable literal = first;
+    first.editString() += 'b';
+    EXPECT_EQ(first.asString(), std::string(100, 'a') + 'b');
+    EXPECT_EQ(second.asString(), std::string(100, 'a'));
+    const char* const place = first.asString().data();
+    first.editString()[0] = 'X';
+    EXPECT_EQ(first.asString().data(), place); // one holder writes in place
+}
+
+TEST(VariableSize, IsTwoWords) { EXPECT_EQ(sizeof(Variable), 16U); }
 
 TEST(VariableCopy, ContainersFunctionsAndMultiValuesAreShared) {
     const Variable array = makeArray({1});
@@ -145,7 +159,7 @@ TEST(VariableCopy, ContainersFunctionsAndMultiValuesAreShared) {
     tableCopy.asTable()->set("k", 5);
     EXPECT_EQ(table.asTable()->find("k")->asInt(), 5);
 
-    const Variable function = std::make_shared<ScriptCallable>();
+    const Variable function = makeRef<ScriptCallable>();
     EXPECT_EQ(Variable(function).asFunction(), function.asFunction());
     const Variable multi = makeMulti({1, 2});
     EXPECT_EQ(Variable(multi).asMulti(), multi.asMulti());
@@ -339,7 +353,7 @@ TEST(DeepData, WhatIsStillHeldElsewhereStays) {
     Variable outer = makeArray({makeArray({inner})});
     outer.setNil();
     EXPECT_EQ(inner.toString(), "[1]");
-    EXPECT_EQ(inner.asArray().use_count(), 1);
+    EXPECT_EQ(inner.asArray().useCount(), 2U); // one of them is this question's own
 }
 
 TEST(DeepData, TextFailsBeforeTheStackIsUsedUp) {

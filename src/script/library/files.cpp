@@ -202,7 +202,7 @@ Variable openFileFunction(OstrelScript& engine, const Variable* arguments, std::
     const bool isOpen = isProcess ? openProcess(*handle, engine.processPipes(), arguments[0].asString(), mode)
                                   : openFile(*handle, engine.resolvePath(arguments[0].asString()), mode);
     if (!isOpen) return {};
-    auto file = std::make_shared<Table>();
+    auto file = makeRef<Table>();
     file->set("read", makeFileFunction(engine, handle, "file.read", fileReadFunction));
     file->set("write", makeFileFunction(engine, handle, "file.write", fileWriteFunction));
     file->set("close", makeFileFunction(engine, handle, "file.close", fileCloseFunction));

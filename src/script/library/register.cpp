@@ -18,7 +18,7 @@ void requireResultElements(std::size_t elements, const char* function) {
 
 void registerLibraryTable(OstrelScript& engine, std::string_view tableName,
                           std::initializer_list<LibraryEntry> entries) {
-    auto table = std::make_shared<Table>();
+    auto table = makeRef<Table>();
     table->reserve(entries.size());
     for (const LibraryEntry& entry : entries) {
         const std::string qualified = std::string(tableName) + "." + entry.name;

@@ -23,11 +23,16 @@ struct ValueOrder {
     static bool stopped() { return false; }
 };
 
-/// The order of numbers or texts among themselves.
+/// The order of numbers among themselves.
 struct PlainOrder {
     template <typename Element> bool operator()(const Element& left, const Element& right) const {
         return left < right;
     }
+    static bool stopped() { return false; }
+};
+
+struct TextOrder {
+    bool operator()(const Variable& left, const Variable& right) const { return left.text().text < right.text().text; }
     static bool stopped() { return false; }
 };
 
@@ -74,7 +79,8 @@ void sortByValue(const OstrelScript& engine, Elements& elements) {
         return sortPlain<float>(elements, [](const Variable& element) { return element.asFloat(); });
     }
     if (allOfType(elements, VarType::String)) {
-        return sortPlain<std::string>(elements, [](Variable& element) { return std::move(element.asString()); });
+        TextOrder order;
+        return introsort(elements, order);
     }
     ValueOrder order{engine};
     introsort(elements, order);
@@ -98,13 +104,13 @@ Variable sortFunction(OstrelScript& engine, const Variable* arguments, std::size
         fail("table['sort'](table[, comp]) requires an array or table");
     const Variable comparison = count == 2 ? arguments[1] : Variable();
     if (arguments[0].isArray()) {
-        const std::shared_ptr<Elements> array = arguments[0].asArray();
+        const Ref<Elements> array = arguments[0].asArray();
         if (array->size() < 2) return {};
         Elements elements = *array;
         if (sortElements(engine, elements, comparison)) array->swap(elements);
         return {};
     }
-    const std::shared_ptr<Table> table = arguments[0].asTable();
+    const Ref<Table> table = arguments[0].asTable();
     const auto length = static_cast<int>(table->numericLength());
     if (length < 2) return {};
     Elements elements;
