@@ -63,7 +63,7 @@ ok, message = pcall(byte, "ABC", "1")
 print("byte-text-index:", ok, message)
 ok, message = pcall(byte, "ABC", 1, "2")
 print("byte-text-end:", ok, message)
-long = string["rep"]("x", 30000000)
+long = string["rep"]("x", 70000000)
 ok, message = pcall(byte, long, 1, -1)
 print("byte-too-large:", ok, message)
 long = not
