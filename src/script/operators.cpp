@@ -15,18 +15,11 @@ constexpr double largestInt = std::numeric_limits<int>::max();
 constexpr double smallestInt = std::numeric_limits<int>::min();
 
 [[noreturn]] void failUnsupported(BinaryOperator binaryOperator) {
-    const auto text = [binaryOperator]() -> const char* {
-        switch (binaryOperator) {
-        case BinaryOperator::Add: return "+";
-        case BinaryOperator::Subtract: return "-";
-        case BinaryOperator::Multiply: return "*";
-        case BinaryOperator::Divide: return "/";
-        case BinaryOperator::IntegerDivide: return "\\\\";
-        case BinaryOperator::Modulo: return "%";
-        default: return "^";
-        }
-    }();
-    throw std::runtime_error(std::string("Unsupported operation '") + text + "' between types");
+    const std::string token(operatorToken(binaryOperator));
+    if (binaryOperator < BinaryOperator::Add || binaryOperator > BinaryOperator::Power)
+        throw std::runtime_error("Unsupported operation: " + token.substr(0, 1));
+    // The backslash stands twice between the quotes.
+    throw std::runtime_error("Unsupported operation '" + (token == "\\" ? token + token : token) + "' between types");
 }
 
 [[noreturn]] void failDivision() { throw std::runtime_error("Division by zero"); }
@@ -227,7 +220,8 @@ FastScalarValue numericOperation(BinaryOperator binaryOperator, const FastScalar
         const int divisor = fastScalarToInt(right);
         return makeFastScalarInt(divisor == -1 ? 0 : fastScalarToInt(left) % divisor);
     }
-    default: return power(left, right);
+    case BinaryOperator::Power: return power(left, right);
+    default: failUnsupported(binaryOperator);
     }
 }
 

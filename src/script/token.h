@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// The part of a token's text that decides what an expression does with it.
@@ -72,6 +73,8 @@ int binaryLevel(BinaryOperator binaryOperator);
 bool isRightAssociative(BinaryOperator binaryOperator);
 /// The operator that this token is, or None.
 BinaryOperator classifyBinaryOperator(const std::string& token);
+/// The token that an operator is written as, in its first spelling; empty for None.
+std::string_view operatorToken(BinaryOperator binaryOperator);
 /// The level at which the operand of every unary operator is read.
 constexpr int unaryLevel = 7;
 

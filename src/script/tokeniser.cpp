@@ -199,6 +199,12 @@ BinaryOperator classifyBinaryOperator(const std::string& token) {
     return BinaryOperator::None;
 }
 
+std::string_view operatorToken(BinaryOperator binaryOperator) {
+    for (const OperatorRow& row : operatorRows)
+        if (row.binaryOperator == binaryOperator) return row.token;
+    return {};
+}
+
 std::string decodeStringToken(const std::string& token) {
     if (token.size() < 2 || (token.front() != '"' && token.front() != '\'') || token.back() != token.front())
         return token;

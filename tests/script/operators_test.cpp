@@ -111,6 +111,13 @@ TEST(Arithmetic, OtherPairingsAreUnsupportedUnderTheOperatorsOwnSign) {
     }
 }
 
+TEST(Arithmetic, OperatorsOfOtherKindsAreNone) {
+    EXPECT_EQ(applied(1, BinaryOperator::Less, 2), "! Unsupported operation: <");
+    EXPECT_EQ(applied("a", BinaryOperator::NotEqual, 2), "! Unsupported operation: !");
+    EXPECT_EQ(applied(Variable(), BinaryOperator::And, 2), "! Unsupported operation: a");
+    EXPECT_EQ(applied(1, BinaryOperator::None, 2), "! Unsupported operation: ");
+}
+
 // --- Divisions ---
 
 TEST(Division, AlwaysGivesAFloat) {

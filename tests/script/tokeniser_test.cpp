@@ -360,6 +360,7 @@ const OperatorRow operatorRows[] = {
 TEST(OperatorToken, HasClassLevelAndSide) {
     for (const OperatorRow& row : operatorRows) {
         EXPECT_EQ(classifyBinaryOperator(row.token), row.binaryOperator) << row.token;
+        EXPECT_EQ(classifyBinaryOperator(std::string(operatorToken(row.binaryOperator))), row.binaryOperator);
         EXPECT_EQ(static_cast<int>(row.binaryOperator), row.number) << row.token;
         EXPECT_EQ(binaryLevel(row.binaryOperator), row.level) << row.token;
         EXPECT_EQ(isRightAssociative(row.binaryOperator), row.isRight) << row.token;
