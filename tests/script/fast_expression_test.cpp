@@ -639,6 +639,73 @@ TEST(NodesAndTokens, AgreeOnRandomExpressions) {
     EXPECT_GT(values, count / 10) << "too few expressions have a value";
 }
 
+TEST(NodesAndTokens, AgreeOnRandomStatements) {
+    constexpr int count = 12000;
+    // Each `?` is an expression, each `$` one of a single word, which grows no array far, each `@` an operator.
+    const std::vector<std::string> shapes = {"x = ?",
+                                             "i @= ?",
+                                             "f @= ?",
+                                             "s @= ?",
+                                             "b @= ?",
+                                             "x = i @ ( ? )",
+                                             "i = i @ ( ? )",
+                                             "s = s + ( ? )",
+                                             "s = ( ? ) + s + 1",
+                                             "a [ 2 ] = ?",
+                                             "a [ 2 ] @= ?",
+                                             "t [ \"k\" ] @= ?",
+                                             "a [ $ ] = 5",
+                                             "t [ ? ] = ?",
+                                             "t [ ? ] @= ?",
+                                             "new [ $ ] = ?",
+                                             "new [ 1 ] [ $ ] = ?",
+                                             "x , i = ? , ?",
+                                             "x , i = ?",
+                                             "x = ? , ?",
+                                             "local x = ?\ny = x",
+                                             "return ? , ?",
+                                             "same ( ? )",
+                                             "?"};
+    const std::vector<std::string> operators = {"+", "-", "*", "/", "\\", "%", "^"};
+    constexpr const char* reset =
+        "x = not\ny = not\nnew = not\nf = 4.5\nb = true\na = [10, 20.5, \"x\", true, not, [1, "
+        "2]]\nt = {x = 1.5, y = 0, sub = {z = 8, k = \"deep\"}}";
+    constexpr const char* state = "return toString([x, y, i, f, s, b, a, t, new])";
+    const unsigned seed = std::random_device()();
+    std::cout << "seed " << seed << '\n';
+    std::mt19937 random(seed);
+    ExpressionWriter writer(random);
+    Road nodes;
+    Road tokens;
+    int values = 0;
+    for (int i = 0; i < count; ++i) {
+        std::string byNodes, byTokens;
+        for (const char c : shapes[random() % shapes.size()]) {
+            if (c == '?' || c == '$') {
+                const std::string expression = writer.expression(c == '?' ? static_cast<int>(random() % 3) : 0);
+                byNodes += expression;
+                byTokens += "[ " + expression + " ] [ 1 ]";
+            } else {
+                const std::string text = c == '@' ? operators[random() % operators.size()] : std::string(1, c);
+                byNodes += text;
+                byTokens += text;
+            }
+        }
+        const bool isProtected = random() % 3 == 0;
+        nodes.engine().runScript(reset);
+        tokens.engine().runScript(reset);
+        const Outcome left = nodes.run(byNodes, isProtected);
+        const Outcome right = tokens.run(byTokens, isProtected);
+        ASSERT_TRUE(isSameValue(left.value, right.value)) << "seed " << seed << ": " << byNodes;
+        ASSERT_EQ(left.fault, right.fault) << "seed " << seed << ": " << byNodes;
+        ASSERT_EQ(left.notes, right.notes) << "seed " << seed << ": " << byNodes;
+        ASSERT_EQ(nodes.engine().runScript(state).toString(), tokens.engine().runScript(state).toString())
+            << "seed " << seed << ": " << byNodes;
+        values += left.fault.empty() ? 1 : 0;
+    }
+    EXPECT_GT(values, count / 10) << "too few statements run";
+}
+
 TEST(NodesAndTokens, AgreeOnTheTruthOfWhatIsNoNumber) {
     constexpr int count = 5000;
     const unsigned seed = std::random_device()();
