@@ -296,6 +296,15 @@ class Test:
             self.screen.xdotool('keyup', KEYS[key])
             self.game.wait_state('key ' + key, False)
 
+    def keys_are_seen_while_alt_is_held(self):
+        self.screen.xdotool('keydown', 'alt')  # Windows then sends messages of another kind
+        try:
+            for key in ('G', 'UP'):
+                self.tap(key)
+        finally:
+            self.screen.xdotool('keyup', 'alt')
+        self.tap('G')
+
     def each_mouse_button_has_its_number(self):
         self.point_at(100, 90)
         for x_button, number in ((1, 1), (2, 2), (3, 3)):  # left, middle, right on both sides
@@ -458,7 +467,8 @@ class Test:
                 for function in (
                         self.the_client_area_has_the_size_asked_for, self.the_window_is_centred,
                         self.the_frame_is_on_the_screen_pixel_by_pixel, self.every_published_key_goes_down_and_up,
-                        self.several_keys_are_held_at_once, self.each_mouse_button_has_its_number,
+                        self.several_keys_are_held_at_once, self.keys_are_seen_while_alt_is_held,
+                        self.each_mouse_button_has_its_number,
                         self.the_mouse_maps_one_to_one_in_an_unscaled_window,
                         self.a_held_button_keeps_the_mouse_outside_the_window,
                         self.a_capture_holds_the_presented_pixels, self.a_wide_window_shows_bars_left_and_right,
