@@ -444,6 +444,7 @@ void OstrelScript::prepareParsedLines(std::vector<ParsedScriptLine>& lines) {
         case LineKind::Plain:
             if (!planner.planAssignment(*plan)) {
                 *plan = LinePlan();
+                plan->scopeTarget = scopeTargetOf(line.tokens[0]); // the keyword counts whatever follows it
                 plan->expression = planner.compile(0, line.tokens.size());
             }
             break;

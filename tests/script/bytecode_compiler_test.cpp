@@ -198,6 +198,8 @@ TEST(Compiler, LocalsAreNotedForTheChunkThatHoldsThem) {
     EXPECT_TRUE(hasLocals("local x = 1", 0));
     EXPECT_TRUE(hasLocals("local x", 0));
     EXPECT_TRUE(hasLocals("x = 1\nlocal x, y = 1, 2", 0));
+    EXPECT_TRUE(hasLocals("local", 0)); // the keyword alone declares nothing and is noted all the same
+    EXPECT_TRUE(hasLocals("local x()", 0));
     EXPECT_TRUE(hasLocals("local function f()\nend", 0));
     EXPECT_FALSE(hasLocals("local function f()\nend", 1));
     EXPECT_FALSE(hasLocals("native x = 1\nexternal y = 2\nx = 3", 0));
