@@ -138,3 +138,39 @@ print(n, rounds)
 ok, why = pcall(guarded, 9)
 print(ok, why)
 print(0 or "kept", 0 and "kept", !0, not 0)
+@@ what was joined, called for or chosen gives values, and so do functions with `...`
+function open(...)
+  return 0
+end
+function list1()
+  local made = [0]
+  return made
+end
+flags = {room1 = 0, sub1 = {z = 0}}
+key = "room1"
+taken = ""
+if flags["room" + 1]
+  yes(1)
+end
+if flags["sub" + 1]["z"]
+  yes(2)
+end
+if list[longer(1)]
+  yes(3)
+end
+if open()
+  yes(4)
+end
+if #longer([])
+  yes(5)
+end
+if (nobody or flags)["room1"]
+  yes(6)
+end
+if list1()[1]
+  yes(7)
+end
+if flags[key] or flags["sub1"]["z"] or list[same(1)] or #empty
+  yes(8)
+end
+print(taken)
