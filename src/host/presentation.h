@@ -88,6 +88,10 @@ DrawnRectangle drawnRectangle(int imageWidth, int imageHeight, int clientWidth, 
 /// last, positions outside to the nearer of the two. An image or drawn size below 2 gives 0.
 int imageCoordinate(int clientPosition, int drawnOffset, int drawnSize, int imageSize);
 
+/// The longest side that a window is made or resized to, in pixels: Windows manages no more, and a script's typing
+/// error must not ask for a picture of 16 EiB.
+constexpr int longestWindowSide = 16384;
+
 /// Where to put something of this size to centre it in what is available, but never at a negative position.
 int centredPosition(int available, int size);
 

@@ -29,9 +29,6 @@ struct SdlWindow : WmWindow {
 
 namespace {
 
-// Windows manages no larger ones either; a script's typing error must not ask for a picture of 16 EiB.
-constexpr int largestWindow = 16384; // pixels on a side
-
 constexpr const char* libraryName = "libSDL2-2.0.so.0";
 constexpr const char* recordKey = "velmaris";             // under which a window's record hangs on its SDL window
 constexpr const char* driverVariable = "SDL_VIDEODRIVER"; // by which a user asks for a driver
@@ -235,9 +232,11 @@ bool presentBackbuffer(SdlWindow& window) {
 bool openWindow(SdlWindow& window) {
     SDL_Rect screen{};
     if (sdl().getDisplayBounds(0, &screen) != 0) return false;
-    const int x = screen.x + centredPosition(screen.w, window.imageWidth);
-    const int y = screen.y + centredPosition(screen.h, window.imageHeight);
-    window.handle = sdl().createWindow(window.title.c_str(), x, y, window.imageWidth, window.imageHeight,
+    const int clientWidth = std::max(window.imageWidth, 1);
+    const int clientHeight = std::max(window.imageHeight, 1);
+    const int x = screen.x + centredPosition(screen.w, clientWidth);
+    const int y = screen.y + centredPosition(screen.h, clientHeight);
+    window.handle = sdl().createWindow(window.title.c_str(), x, y, clientWidth, clientHeight,
                                        SDL_WINDOW_SHOWN | SDL_WINDOW_RESIZABLE);
     if (!window.handle) return false;
     sdl().setWindowData(window.handle, recordKey, &window);
@@ -293,7 +292,7 @@ void wm_setWindowTitle(WmWindow* window, const char* title) {
 void wm_setWindowSize(WmWindow* window, int width, int height) {
     if (!window) return;
     SDL_Window* handle = platformWindow(window)->handle;
-    sdl().setWindowSize(handle, std::clamp(width, 1, largestWindow), std::clamp(height, 1, largestWindow));
+    sdl().setWindowSize(handle, std::clamp(width, 1, longestWindowSide), std::clamp(height, 1, longestWindowSide));
     sdl().getWindowSize(handle, &width, &height);
     clientResized(*window, width, height);
 }

@@ -154,7 +154,7 @@ bool registerWindowClass() {
 }
 
 RECT outerRectangle(int clientWidth, int clientHeight) {
-    RECT outer{0, 0, std::max(clientWidth, 1), std::max(clientHeight, 1)};
+    RECT outer{0, 0, std::clamp(clientWidth, 1, longestWindowSide), std::clamp(clientHeight, 1, longestWindowSide)};
     AdjustWindowRect(&outer, overlappedStyle, FALSE);
     return outer;
 }

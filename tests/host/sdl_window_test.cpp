@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -90,6 +91,23 @@ TEST(SdlWindow, OneAfterAnotherWorks) {
 TEST(SdlWindow, ASizeBeyondEveryScreenIsNoWindow) {
     EXPECT_EQ(openUnseen("title", 1000000, 1000000), nullptr);
     EXPECT_NE(openUnseen("title", 10, 10), nullptr);
+}
+
+TEST(SdlWindow, ASizeBelowOneIsOne) {
+    constexpr int least = std::numeric_limits<int>::min();
+    const OwnedWindow window = openUnseen("title", least, -1);
+    ASSERT_NE(window, nullptr);
+    expectSize(window.get(), 1, 1);
+    wm_setWindowSize(window.get(), 10, 10);
+    wm_setWindowSize(window.get(), 0, least);
+    expectSize(window.get(), 1, 1);
+}
+
+TEST(SdlWindow, IsResizedToNoLongerSideThanTheLongest) {
+    const OwnedWindow window = openUnseen("title", 10, 10);
+    ASSERT_NE(window, nullptr);
+    wm_setWindowSize(window.get(), std::numeric_limits<int>::max(), 1);
+    expectSize(window.get(), longestWindowSide, 1);
 }
 
 TEST(SdlWindow, WithoutADisplayThereIsNone) {
