@@ -79,7 +79,7 @@ private:
     bool passesTable(const Table& table) {
         if (!enter(&table)) return false;
         const bool all = std::all_of(table.entries().begin(), table.entries().end(),
-                                     [this](const auto& entry) { return passes(entry.second); });
+                                     [this](const Table::Entry& entry) { return passes(entry.value); });
         within_.pop_back();
         return all;
     }

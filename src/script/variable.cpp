@@ -197,12 +197,12 @@ private:
         if (!enter(&table)) return;
         out_ += '{';
         bool first = true;
-        for (const auto& [key, entry] : table.entries()) {
+        for (const Table::Entry& entry : table.entries()) {
             if (!first) out_ += ", ";
             first = false;
-            out_ += key;
+            out_ += entry.key->text;
             out_ += ": ";
-            write(entry);
+            write(entry.value);
         }
         out_ += '}';
         path_.leave(&table);

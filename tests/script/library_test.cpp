@@ -277,7 +277,7 @@ TEST(Library, AnyArgumentsGiveAResultOrAMessage) {
         functions.push_back(functionNamed(engine, name));
     for (const char* name : {"string", "table", "math", "utf8"}) {
         const Variable table = engine.pullVariable(name);
-        for (const auto& [key, function] : table.asTable()->entries()) functions.push_back(function.asFunction());
+        for (const Table::Entry& entry : table.asTable()->entries()) functions.push_back(entry.value.asFunction());
     }
 
     const Variable shared = makeArray({1, 2.5F, "x"});

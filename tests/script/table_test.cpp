@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <memory>
 #include <random>
 
@@ -204,4 +205,53 @@ TEST(KeyReading, EverythingElseStaysText) {
     EXPECT_EQ(keyReading(std::string("1\0", 2)).type, VarType::String);
     EXPECT_EQ(keyReading(std::string("1.5\0", 4)).type, VarType::String);
     EXPECT_EQ(keyReading(std::string(1000, '9')).type, VarType::String);
+}
+
+TEST(TableIndex, AgreesWithAPlainMapOverManyRandomChanges) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    Table table;
+    std::map<std::string, int> plain;
+    for (int round = 0; round < 60000; ++round) {
+        // The range of keys grows and shrinks, so that the table goes through every size more than once.
+        const unsigned range = 1 + static_cast<unsigned>(random() % (1 + static_cast<unsigned>(round / 100) % 200));
+        const std::string key = "k" + std::to_string(random() % range);
+        switch (random() % 4) {
+        case 0:
+        case 1:
+            table.set(key, round);
+            plain[key] = round;
+            break;
+        case 2: ASSERT_EQ(table.erase(key), plain.erase(key) == 1); break;
+        default: {
+            const auto expected = plain.find(key);
+            const Variable* const found = table.find(std::string_view(key));
+            ASSERT_EQ(found != nullptr, expected != plain.end()) << key;
+            if (found != nullptr) {
+                ASSERT_EQ(found->asInt(), expected->second) << key;
+            }
+        }
+        }
+        ASSERT_EQ(table.size(), plain.size());
+    }
+    Keys expected;
+    for (const auto& [key, value] : plain) expected.push_back(key);
+    EXPECT_EQ(table.sortedKeys(), expected);
+}
+
+TEST(TableIndex, AHintFromAnotherTableMisleadsNobody) {
+    const Ref<ScriptText> key = makeRef<ScriptText>("k");
+    Table first;
+    Table second;
+    std::uint32_t hint = 0;
+    first.set("a", 1);
+    first.findOrAdd(key) = 2;
+    EXPECT_EQ(first.find(*key, hint)->asInt(), 2);
+    EXPECT_EQ(hint, 1U);
+    EXPECT_EQ(second.find(*key, hint), nullptr);
+    second.set("k", 3);
+    EXPECT_EQ(second.find(*key, hint)->asInt(), 3);
+    first.erase("k");
+    EXPECT_EQ(first.find(*key, hint), nullptr);
 }
