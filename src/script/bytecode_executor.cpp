@@ -79,11 +79,12 @@ private:
         const std::size_t end = chunkEnd(program_.chunks[chunkIndex]);
         std::size_t pc = start;
         while (true) {
-            if (engine_.needsAttention()) {
-                if (engine_.pendingJump_ && !followJump(chunkIndex, pc)) return;
-                engine_.rethrowPendingCoroutineException();
+            if (engine_.pendingJump_) {
+                if (!followJump(chunkIndex, pc)) return;
+                if (engine_.shouldAbortForSoftRaisedError()) return; // raised by a function that was entered
             }
             if (pc >= end) return;
+            if (engine_.pendingCoroutineException_) engine_.rethrowPendingCoroutineException();
             const Instruction& instruction = program_.instructions[pc++];
             if (instruction.opcode > static_cast<std::uint8_t>(Opcode::Nest) && !inlined_) return;
             engine_.countStep();

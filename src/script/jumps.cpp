@@ -9,7 +9,8 @@
 #include "script/ostrel_script.h"
 #include "script/scope_guard.h"
 
-#include <algorithm>
+#include <utility>
+#include <vector>
 
 void OstrelScript::requestJump(std::string label) {
     pendingJump_ = true;
@@ -23,13 +24,13 @@ void OstrelScript::clearPendingJump() {
 
 namespace {
 
-/// Calls `visit(instruction index, instruction)` for the instructions of a chunk; nothing if the chunk is at fault.
-template <typename Visit> void visitInstructions(const BytecodeProgram& program, unsigned chunk, const Visit& visit) {
-    if (chunk >= program.chunks.size()) return;
+/// The instructions of a chunk, from the first up to but without the second; none if the chunk is at fault.
+std::pair<std::size_t, std::size_t> instructionsOf(const BytecodeProgram& program, unsigned chunk) {
+    if (chunk >= program.chunks.size()) return {};
     const std::size_t first = program.chunks[chunk].firstInstruction;
     const std::size_t end = first + program.chunks[chunk].instructionCount;
-    if (end > program.instructions.size()) return;
-    for (std::size_t i = first; i < end; ++i) visit(i, program.instructions[i]);
+    if (end > program.instructions.size()) return {};
+    return {first, end};
 }
 
 /// The chunks of the blocks in a chunk, without those of functions.
@@ -61,42 +62,47 @@ bool isNestWithLabel(const BytecodeProgram& program, const Instruction& instruct
 
 } // namespace
 
-/// Enters the labels of a function's body and of the blocks in it. The last declaration of a label wins.
+/// Enters the labels of a function's body and of the blocks in it, in the order of the source: of two blocks with one
+/// label the later wins, however deep each stands.
 void OstrelScript::registerCallableNestLabels(const Ref<ScriptCallable>& callable) {
     const BytecodeProgram& program = *callable->program;
     if (program.nestBlocks.empty()) return;
-    std::vector<unsigned> waiting{callable->chunkIndex};
-    std::vector<bool> seen(program.chunks.size()); // a corrupt file may hold a chunk inside itself
-    while (!waiting.empty()) {
-        const unsigned chunk = waiting.back();
-        waiting.pop_back();
-        if (chunk >= seen.size() || seen[chunk]) continue;
+    const auto registerLabel = [&](std::uint32_t index) {
+        if (index >= program.nestBlocks.size() || program.nestBlocks[index].label.empty()) return;
+        const BytecodeNestBlock& nest = program.nestBlocks[index];
+        if (!callable->alive) callable->alive = std::make_shared<const bool>(true);
+        jumpTargets_[nest.label] = {callable.get(), callable->alive, callable->program, nest.parentChunk, index};
+    };
+    std::vector<bool> seen(program.chunks.size());            // a corrupt file may hold a chunk inside itself
+    std::vector<std::pair<std::size_t, std::size_t>> waiting; // instructions of the chunks that the walk stands in
+    const auto enter = [&](unsigned chunk) {
+        if (chunk >= seen.size() || seen[chunk]) return;
         seen[chunk] = true;
-        std::vector<unsigned> bodies;
-        visitInstructions(program, chunk, [&](std::size_t, const Instruction& instruction) {
-            for (const unsigned body : bodiesOf(program, instruction)) bodies.push_back(body);
-            if (static_cast<Opcode>(instruction.opcode) != Opcode::Nest ||
-                instruction.operand >= program.nestBlocks.size())
-                return;
-            const BytecodeNestBlock& nest = program.nestBlocks[instruction.operand];
-            if (nest.label.empty()) return;
-            if (!callable->alive) callable->alive = std::make_shared<const bool>(true);
-            jumpTargets_[nest.label] = {callable.get(), callable->alive, callable->program, nest.parentChunk,
-                                        instruction.operand};
-        });
-        waiting.insert(waiting.end(), bodies.rbegin(), bodies.rend()); // source order
+        waiting.push_back(instructionsOf(program, chunk));
+    };
+    enter(callable->chunkIndex);
+    while (!waiting.empty()) {
+        auto& [next, end] = waiting.back();
+        if (next == end) {
+            waiting.pop_back();
+            continue;
+        }
+        const Instruction& instruction = program.instructions[next++];
+        if (static_cast<Opcode>(instruction.opcode) == Opcode::Nest) registerLabel(instruction.operand);
+        const std::vector<unsigned> bodies = bodiesOf(program, instruction);
+        for (auto body = bodies.rbegin(); body != bodies.rend(); ++body) enter(*body); // the first is walked first
     }
 }
 
 bool OstrelScript::findNestLabelInBytecodeChunk(const BytecodeProgram& program, unsigned chunk,
                                                 const std::string& label, std::size_t& instruction) {
-    bool found = false;
-    visitInstructions(program, chunk, [&](std::size_t index, const Instruction& candidate) {
-        if (found || !isNestWithLabel(program, candidate, label)) return;
-        found = true;
-        instruction = index;
-    });
-    return found;
+    const auto [first, end] = instructionsOf(program, chunk);
+    for (std::size_t i = first; i < end; ++i) {
+        if (!isNestWithLabel(program, program.instructions[i], label)) continue;
+        instruction = i;
+        return true;
+    }
+    return false;
 }
 
 bool OstrelScript::activeBytecodeAncestorHasNestLabel(const BytecodeProgram& program, unsigned chunk,

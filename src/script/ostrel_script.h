@@ -340,12 +340,9 @@ private:
     void serviceScheduledCoroutineTurnNoThrow();
     bool runCoroutineTurn(CoroutineState& state);
     void rethrowPendingCoroutineException();
-    /// True if something is to be done between two statements: a jump, a coroutine's turn or its error.
-    bool needsAttention() const { return pendingJump_ || scheduledCoroutine_ || pendingCoroutineException_; }
 
     // jumps.cpp
     void registerCallableNestLabels(const Ref<ScriptCallable>& callable);
-    void registerNestLabelsOfChunk(const Ref<ScriptCallable>& callable, unsigned chunk);
     static bool findNestLabelInBytecodeChunk(const BytecodeProgram& program, unsigned chunk, const std::string& label,
                                              std::size_t& instruction);
     bool activeBytecodeAncestorHasNestLabel(const BytecodeProgram& program, unsigned chunk,
