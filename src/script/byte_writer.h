@@ -26,6 +26,8 @@ public:
     /// A count or length in 32 bits; a block as long as 4 GiB does not come about.
     void count(std::size_t number) { u32(static_cast<std::uint32_t>(number)); }
 
+    /// Bytes gathered so far.
+    std::size_t size() const { return bytes_.size(); }
     /// Gives the block away.
     std::vector<unsigned char> take() { return std::move(bytes_); }
 

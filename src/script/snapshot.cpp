@@ -10,11 +10,14 @@
 #include "script/byte_writer.h"
 #include "script/native_stack.h"
 #include "script/ostrel_script.h"
+#include "script/result_size.h"
 
 #include <algorithm>
 #include <bit>
+#include <functional>
 #include <locale>
 #include <sstream>
+#include <unordered_map>
 
 namespace {
 
@@ -42,7 +45,8 @@ bool isExportableFunction(const ScriptCallable& callable) {
            callable.chunkIndex < callable.program->chunks.size();
 }
 
-/// Whether a value can be stored; remembers the containers it stands in, so that one that holds itself is found.
+/// Whether values can be stored. What it finds out about a container holds wherever the container stands, because one
+/// that holds itself can't be stored anywhere; so each is looked at once, however many others hold it.
 class ExportCheck {
 public:
     bool passes(const Variable& value) {
@@ -53,38 +57,31 @@ public:
         case VarType::String:
         case VarType::Raw:
         case VarType::Boolean: return true;
-        case VarType::Array: return passesAll(value.asArray().get(), *value.asArray());
-        case VarType::Multi: return passesAll(value.asMulti().get(), value.asMulti()->values);
-        case VarType::Table: return passesTable(*value.asTable());
+        case VarType::Array: return passesAll(value.asArray().get(), *value.asArray(), std::identity());
+        case VarType::Multi: return passesAll(value.asMulti().get(), value.asMulti()->values, std::identity());
+        case VarType::Table: {
+            const Table& table = *value.asTable();
+            return passesAll(&table, table.entries(),
+                             [](const Table::Entry& entry) -> const Variable& { return entry.value; });
+        }
         case VarType::Function: return isExportableFunction(*value.asFunction());
         default: return false;
         }
     }
 
 private:
-    bool enter(const void* container) {
+    template <typename Entries, typename ValueOf>
+    bool passesAll(const void* container, const Entries& entries, const ValueOf& valueOf) {
         checkNativeStack();
-        if (std::find(within_.begin(), within_.end(), container) != within_.end()) return false;
-        within_.push_back(container);
-        return true;
+        const auto [place, isNew] = passed_.emplace(container, false);
+        if (!isNew) return place->second;
+        bool& passed = place->second; // false while the walk stands in it
+        passed = std::all_of(entries.begin(), entries.end(),
+                             [this, &valueOf](const auto& entry) { return passes(valueOf(entry)); });
+        return passed;
     }
 
-    bool passesAll(const void* container, const std::vector<Variable>& elements) {
-        if (!enter(container)) return false;
-        const bool all = std::all_of(elements.begin(), elements.end(), [this](const Variable& e) { return passes(e); });
-        within_.pop_back();
-        return all;
-    }
-
-    bool passesTable(const Table& table) {
-        if (!enter(&table)) return false;
-        const bool all = std::all_of(table.entries().begin(), table.entries().end(),
-                                     [this](const Table::Entry& entry) { return passes(entry.value); });
-        within_.pop_back();
-        return all;
-    }
-
-    std::vector<const void*> within_;
+    std::unordered_map<const void*, bool> passed_;
 };
 
 class StateWriter {
@@ -134,6 +131,7 @@ public:
             break;
         default: throw std::runtime_error("Internal error: non-serializable value reached state writer");
         }
+        requireResultSize(out.size(), "exportState"); // shared containers are written out wherever they stand
     }
 
 private:
@@ -188,8 +186,7 @@ public:
         const std::string random = in_.text();
         check();
         if (!random.empty() && !restoreRandom(random)) fault("bad random generator state");
-        constexpr std::size_t smallestEntry = 5; // an empty name and a tag
-        const std::uint32_t entries = in_.count(smallestEntry);
+        const std::uint32_t entries = in_.u32(); // nothing is sized by it: entries are stored one by one
         check();
         for (std::uint32_t i = 0; i < entries; ++i) {
             const std::string name = in_.text();
@@ -316,8 +313,9 @@ private:
 
 std::vector<unsigned char> OstrelScript::exportState() const {
     std::vector<const Global*> entries;
+    ExportCheck check;
     for (const Global& global : globals_)
-        if (ExportCheck().passes(global.value)) entries.push_back(&global);
+        if (check.passes(global.value)) entries.push_back(&global);
 
     std::ostringstream random;
     random.imbue(std::locale::classic());

@@ -179,8 +179,8 @@ void OstrelScript::assignCompound(const ParsedScriptLine& line) {
 /// `target op= right` without a copy of the target where that is possible.
 void OstrelScript::applyInPlace(Variable& target, BinaryOperator binaryOperator, const Variable& right) {
     if (binaryOperator == BinaryOperator::Add && target.isString()) {
-        const std::string suffix = right.toString(); // `right` may be the target itself
-        target.editString() += suffix;
+        const Variable suffix = right.toString(); // made first: a text that is too large leaves the target alone
+        suffix.appendTo(target.editString());
     } else {
         target = performOperation(target, binaryOperator, right);
     }

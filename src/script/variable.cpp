@@ -2,6 +2,7 @@
 
 #include "script/callable.h"
 #include "script/native_stack.h"
+#include "script/result_size.h"
 #include "script/table.h"
 
 #include <algorithm>
@@ -153,7 +154,10 @@ private:
     std::unordered_set<const void*> inner_;
 };
 
-/// Writes containers; remembers which ones it stands in, so that one that holds itself ends.
+constexpr const char* textSubject = "string"; // of a text that is too large
+
+/// Writes containers; remembers which ones it stands in, so that one that holds itself ends. One that holds others many
+/// times over has a text far larger than itself, so the size is looked at all along.
 class TextWriter {
 public:
     explicit TextWriter(std::string& out) : out_(out) {}
@@ -163,7 +167,7 @@ public:
         case VarType::Nil: out_ += "not"; break;
         case VarType::Integer: appendInt(out_, variable.asInt()); break;
         case VarType::Float: out_ += floatText(variable.asFloat()); break;
-        case VarType::String: out_ += variable.asString(); break;
+        case VarType::String: append(variable.asString()); break;
         case VarType::Boolean: out_ += variable.asBool() ? "true" : "false"; break;
         case VarType::Pointer: appendPointer(out_, variable.asPointer()); break;
         case VarType::Array: writeArray(*variable.asArray()); break;
@@ -175,8 +179,14 @@ public:
     }
 
 private:
+    void append(std::string_view text) {
+        requireResultSize(out_.size() + text.size(), textSubject);
+        out_ += text;
+    }
+
     bool enter(const void* container) {
         checkNativeStack();
+        requireResultSize(out_.size(), textSubject);
         const bool isNew = path_.enter(container);
         if (!isNew) out_ += "...";
         return isNew;
@@ -200,7 +210,7 @@ private:
         for (const Table::Entry& entry : table.entries()) {
             if (!first) out_ += ", ";
             first = false;
-            out_ += entry.key->text;
+            append(entry.key->text);
             out_ += ": ";
             write(entry.value);
         }
@@ -214,12 +224,21 @@ private:
 
 } // namespace
 
-void Variable::appendTo(std::string& out) const { TextWriter(out).write(*this); }
+void Variable::appendTo(std::string& out) const {
+    TextWriter(out).write(*this);
+    requireResultSize(out.size(), textSubject);
+}
 
 std::string Variable::toString() const {
     std::string out;
     appendTo(out);
     return out;
+}
+
+void failResultSize(const char* subject) { throw std::runtime_error(std::string(subject) + ": result is too large"); }
+
+void requireResultElements(std::size_t elements, const char* subject) {
+    if (elements > maximumResultElements) failResultSize(subject);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------

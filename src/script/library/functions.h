@@ -1,7 +1,7 @@
 #pragma once
 
-// What the files of the library share: how a table of functions is given to the engine, how a function fails, the
-// bound on what a single call may produce, and the few functions and rules that are reached under two names.
+// What the files of the library share: how a table of functions is given to the engine, how a function fails, and the
+// few functions and rules that are reached under two names.
 //
 // A library function is a free function over a pointer and a count, so that nothing is allocated between a call and its
 // body. It checks the count first, then the types, and fails with its own text; where only "a number" is wanted, the
@@ -9,6 +9,7 @@
 // asks for more is told so instead of taking the machine's memory.
 
 #include "script/ostrel_script.h"
+#include "script/result_size.h"
 
 #include <cmath>
 #include <cstddef>
@@ -16,18 +17,9 @@
 #include <string>
 #include <string_view>
 
-/// The most that one call of a library function makes, in bytes of text or of list elements.
-constexpr std::size_t maximumResultBytes = std::size_t{1} << 30;
-/// The same in list elements.
-constexpr std::size_t maximumResultElements = maximumResultBytes / sizeof(Variable);
-
 /// Ends a library function with this text as the script's error.
 [[noreturn]] void fail(const char* message);
 [[noreturn]] void fail(const std::string& message);
-/// Fails with `function` and ": result is too large" if a text would have more than `maximumResultBytes`.
-void requireResultSize(std::size_t bytes, const char* function);
-/// The same for a list of so many elements.
-void requireResultElements(std::size_t elements, const char* function);
 
 /// A function of one of the library's tables.
 struct LibraryEntry {

@@ -115,6 +115,8 @@ Variable gmatchFunctionImpl(OstrelScript&, const Variable* arguments, std::size_
 
 namespace {
 
+constexpr const char* gsubName = "gsub";
+
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// Appends a replacement text, in which a backslash calls for parts of the match.
@@ -130,17 +132,23 @@ public:
             else
                 appendEscape(out, ++i);
         }
+        requireResultSize(out.size(), gsubName);
     }
 
 private:
+    static void appendText(std::string& out, std::string_view text) {
+        requireResultSize(out.size() + text.size(), gsubName);
+        out += text;
+    }
+
     void appendEscape(std::string& out, std::size_t& i) const {
         const char c = replacement_[i];
         if (c == '&' || c == '0')
-            out += match_[0].in(text_);
+            appendText(out, match_[0].in(text_));
         else if (c == '\'')
-            out += text_.substr(match_[0].end);
+            appendText(out, text_.substr(match_[0].end));
         else if (c == '`')
-            out += text_.substr(0, match_[0].begin);
+            appendText(out, text_.substr(0, match_[0].begin));
         else if (c == '+')
             appendGroup(out, match_.size() - 1);
         else if (isDigit(c))
@@ -162,7 +170,7 @@ private:
     }
 
     void appendGroup(std::string& out, std::size_t group) const {
-        if (group > 0 && group < match_.size()) out += match_[group].in(text_);
+        if (group > 0 && group < match_.size()) appendText(out, match_[group].in(text_));
     }
 
     std::string_view replacement_;
@@ -193,16 +201,16 @@ Variable gsubImpl(OstrelScript&, const Variable* arguments, std::size_t count) {
     std::size_t copied = 0; // bytes of the text that are in the result or were replaced
     int replaced = 0;
     pattern::MatchIterator matches(compiled.regex, text, match);
-    while (guarded("gsub", [&] { return matches.next(); })) {
+    while (guarded(gsubName, [&] { return matches.next(); })) {
         result += text.substr(copied, match[0].begin - copied);
         if (replacement.isString())
             ReplacementWriter(replacement.asString(), text, match).append(result);
         else
             appendTableValue(result, *replacement.asTable(), match[0].in(text));
-        requireResultSize(result.size(), "gsub");
         copied = match[0].end;
         ++replaced;
     }
+    requireResultSize(result.size() + (text.size() - copied), gsubName);
     result += text.substr(copied);
     return makeMulti({Variable(std::move(result)), replaced});
 }

@@ -8,14 +8,6 @@ void fail(const char* message) { throw std::runtime_error(message); }
 
 void fail(const std::string& message) { throw std::runtime_error(message); }
 
-void requireResultSize(std::size_t bytes, const char* function) {
-    if (bytes > maximumResultBytes) fail(std::string(function) + ": result is too large");
-}
-
-void requireResultElements(std::size_t elements, const char* function) {
-    if (elements > maximumResultElements) fail(std::string(function) + ": result is too large");
-}
-
 void registerLibraryTable(OstrelScript& engine, std::string_view tableName,
                           std::initializer_list<LibraryEntry> entries) {
     auto table = makeRef<Table>();
