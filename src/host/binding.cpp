@@ -64,7 +64,7 @@ Variable makeModule(std::string_view name, std::span<const ModuleEntry> entries)
             }
             return function(Arguments(qualifiedName, values));
         };
-        table->set(entry.key, engine.makeNativeCallable(call, std::move(qualifiedName)));
+        table->findOrAdd(engine.internText(entry.key)) = engine.makeNativeCallable(call, std::move(qualifiedName));
     }
     return table;
 }

@@ -141,7 +141,7 @@ private:
         const TokenAnalysis analysis = analysisOf(position_);
         consume();
         switch (analysis.kind) {
-        case TokenKind::String: return Variable(decodeStringToken(text));
+        case TokenKind::String: return Variable(analysis.text);
         case TokenKind::Varargs: return engine_.currentVarargs();
         case TokenKind::True: return true;
         case TokenKind::False: return false;
@@ -237,13 +237,13 @@ private:
                 positional.push_back(std::move(value));
         }
 
-        void add(const std::string& key, Variable value) {
+        void add(const Ref<ScriptText>& key, Variable value) {
             if (!table) {
                 table = makeRef<Table>();
                 for (std::size_t i = 0; i < positional.size(); ++i)
                     table->set(static_cast<int>(i) + 1, std::move(positional[i]));
             }
-            table->set(key, std::move(value));
+            table->findOrAdd(key) = std::move(value);
         }
 
         Variable take() { return table ? Variable(std::move(table)) : makeArray(std::move(positional)); }
@@ -270,6 +270,11 @@ private:
         return entries.take();
     }
 
+    Ref<ScriptText> keyOf(const TokenAnalysis& identifier) const {
+        const bool isBare = identifier.explicitScope == ExplicitScope::None;
+        return isBare ? identifier.name->key : engine_.internText(token());
+    }
+
     bool isKeyMark(std::size_t index) const {
         return index < tokens_.size() && (tokens_[index] == "=" || tokens_[index] == ":");
     }
@@ -283,7 +288,7 @@ private:
             const TokenAnalysis analysis = analysisOf(position_);
             if (!analysis.isIdentifier && analysis.kind != TokenKind::String)
                 engine_.throwError("Invalid table key", token());
-            const std::string key = analysis.isIdentifier ? token() : decodeStringToken(token());
+            const Ref<ScriptText> key = analysis.isIdentifier ? keyOf(analysis) : analysis.text;
             consume();
             consume();
             Variable value = evaluate();
@@ -304,7 +309,7 @@ private:
         consume();
         const std::string text = skipping_ ? std::string() : engine_.keyToString(key);
         Variable value = evaluate();
-        if (!aborted() && !skipping_) entries.add(text, std::move(value));
+        if (!aborted() && !skipping_) entries.add(makeRef<ScriptText>(text), std::move(value));
     }
 
     OstrelScript& engine_;

@@ -152,7 +152,7 @@ private:
         case TokenKind::False: return addInt(FastKind::Boolean, analysis.isTrue() ? 1 : 0);
         case TokenKind::Integer: return addInt(FastKind::Integer, analysis.intValue);
         case TokenKind::String:
-            result_.strings.emplace_back(decodeStringToken(text));
+            result_.strings.emplace_back(analysis.text);
             return addInt(FastKind::String, static_cast<int>(result_.strings.size()) - 1);
         case TokenKind::Float: {
             float number = 0;
@@ -166,6 +166,7 @@ private:
             if (failed_) return noFastNode;
             node(index).name = analysis.name;
             node(index).explicitScope = analysis.explicitScope;
+            node(index).isPlace = true;
             return index;
         }
         case TokenKind::Nil: // reached behind an operator that is no boundary of its own
@@ -211,7 +212,14 @@ private:
         const FastNodeIndex key = readLevel(1, depth + 1);
         if (failed_ || !isToken("]")) return fail();
         ++position_;
-        return add(FastKind::Index, container, key);
+        const FastNodeIndex index = add(FastKind::Index, container, key);
+        if (failed_) return noFastNode;
+        node(index).isPlace = node(container).isPlace && isPlainKey(node(key));
+        return index;
+    }
+
+    static bool isPlainKey(const FastNode& key) {
+        return key.kind == FastKind::String || key.kind == FastKind::Integer || key.kind == FastKind::Variable;
     }
 
     const std::vector<std::string>& tokens_;

@@ -4,6 +4,10 @@
 // comes back as a scalar, in two words; all else comes back as a Variable, and so does everything that is computed from
 // one. An operand that merely names a variable or an element is not copied but borrowed, unless something that is
 // evaluated after it could call a function and change what it points to.
+//
+// Each operation stands here twice: a short form for numbers in variables, literals and elements, which is what frame
+// loops consist of, and behind it the general form. The short form declines before it has done anything that could be
+// seen, so the general form may start from the beginning; it is the definition.
 
 #include "script/numeric_operation.h"
 #include "script/ostrel_script.h"
@@ -12,11 +16,12 @@
 
 class FastEvaluator {
 public:
-    FastEvaluator(OstrelScript& engine, const FastExpression& expression) : engine_(engine), expression_(expression) {}
+    FastEvaluator(OstrelScript& engine, const FastExpression& expression)
+        : engine_(engine), expression_(expression), nodes_(expression.nodes.data()) {}
 
     /// The node's result: a valid scalar, or else `boxed` holds it.
     FastScalarValue evaluate(FastNodeIndex index, Variable& boxed) {
-        const FastNode& node = expression_.node(index);
+        const FastNode& node = at(index);
         switch (node.kind) {
         case FastKind::Integer: return makeFastScalarInt(node.intValue);
         case FastKind::Float: return makeFastScalarFloat(node.floatValue);
@@ -25,7 +30,14 @@ public:
         case FastKind::None: return makeFastScalarNil();
         case FastKind::String: boxed = stringLiteral(node); return {};
         case FastKind::Variable: return copyOf(resolve(node), boxed);
-        case FastKind::Index: return evaluateIndex(node, boxed);
+        case FastKind::Index:
+            if (node.isPlace) {
+                if (const Variable* element = elementPlace(node)) {
+                    setToken(node);
+                    return copyOf(element, boxed);
+                }
+            }
+            return evaluateIndex(node, boxed);
         case FastKind::Call: return evaluateCall(node, boxed);
         case FastKind::Negate: return evaluateNegation(node, boxed);
         case FastKind::LogicalNot: return evaluateNot(node, boxed);
@@ -51,10 +63,10 @@ private:
         return none;
     }
     bool isMade(FastNodeIndex index, const Operand& operand) const {
-        return !operand.scalar.isValid() &&
-               (operand.scalar.boolValue || expression_.node(index).kind == FastKind::Call);
+        return !operand.scalar.isValid() && (operand.scalar.boolValue || at(index).kind == FastKind::Call);
     }
 
+    const FastNode& at(FastNodeIndex index) const { return nodes_[index]; }
     bool aborted(const FastNode& node) const { return node.calls && engine_.shouldAbortForSoftRaisedError(); }
     const Variable& stringLiteral(const FastNode& node) const {
         return expression_.strings[static_cast<std::size_t>(node.intValue)];
@@ -79,10 +91,16 @@ private:
 
     /// Reads an operand. With `stable`, nothing is called between here and the operand's use.
     Operand read(FastNodeIndex index, Variable& storage, bool stable) {
-        const FastNode& node = expression_.node(index);
+        const FastNode& node = at(index);
         if (node.kind == FastKind::String) return {{}, &stringLiteral(node)};
         if (stable && node.kind == FastKind::Variable) return borrowed(resolve(node));
         if (stable && node.kind == FastKind::Index && !node.calls) {
+            if (node.isPlace) {
+                if (const Variable* element = elementPlace(node)) {
+                    setToken(node);
+                    return borrowed(element);
+                }
+            }
             const Operand container = read(node.left, storage, true);
             if (!container.scalar.isValid() && (container.boxed->isArray() || container.boxed->isTable())) {
                 Variable keyStorage;
@@ -106,11 +124,43 @@ private:
         return storage;
     }
 
+    /// The element that an Index node with the mark of a place stands for: the nil of a missing one, or null if the
+    /// general form must say what is the matter. Calls nothing and changes nothing.
+    const Variable* elementPlace(const FastNode& node) const {
+        const FastNode& containerNode = at(node.left);
+        const Variable* const container =
+            containerNode.kind == FastKind::Variable ? resolve(containerNode) : elementPlace(containerNode);
+        if (container == nullptr) return nullptr;
+        const FastNode& key = at(node.right);
+        if (container->isArray()) {
+            const int index = key.kind == FastKind::Integer ? key.intValue : plainIndex(key);
+            const Elements& elements = container->elements();
+            const std::size_t offset = static_cast<std::size_t>(static_cast<unsigned>(index)) - 1;
+            return offset < elements.size() ? &elements[offset] : nullptr;
+        }
+        if (!container->isTable()) return nullptr;
+        if (key.kind == FastKind::String) {
+            const Variable* const element = container->table().find(stringLiteral(key).text(), node.hint);
+            return element == nullptr ? &nil_ : element;
+        }
+        const Variable* const value = key.kind == FastKind::Variable ? resolve(key) : nullptr;
+        if (value == nullptr || !value->isString()) return nullptr;
+        const Variable* const element = container->table().find(value->text());
+        return element == nullptr ? &nil_ : element;
+    }
+
+    /// The integer in a variable; 0 if there is none, which is no index.
+    int plainIndex(const FastNode& key) const {
+        if (key.kind != FastKind::Variable) return 0;
+        const Variable* const value = resolve(key);
+        return value != nullptr && value->type == VarType::Integer ? value->asInt() : 0;
+    }
+
     const Variable* findElement(const Variable& container, const Operand& key) {
         if (key.scalar.kind == ScalarKind::Integer) {
             const int index = key.scalar.intValue;
-            if (container.isTable()) return container.asTable()->find(index);
-            Elements& elements = *container.asArray();
+            if (container.isTable()) return container.table().find(index);
+            Elements& elements = container.elements();
             if (index < 1 || static_cast<std::size_t>(index) > elements.size()) return nullptr;
             return &elements[static_cast<std::size_t>(index) - 1];
         }
@@ -119,7 +169,7 @@ private:
     }
 
     FastScalarValue evaluateIndex(const FastNode& node, Variable& boxed) {
-        const bool keyCalls = expression_.node(node.right).calls;
+        const bool keyCalls = at(node.right).calls;
         Variable containerStorage;
         const Operand container = read(node.left, containerStorage, !keyCalls);
         if (aborted(node)) return makeFastScalarNil();
@@ -145,10 +195,10 @@ private:
         {
             Variable storage;
             const Operand callee = read(node.left, storage, true);
-            if (aborted(expression_.node(node.left))) return makeFastScalarNil();
-            if (callee.scalar.isValid() || !callee.boxed->isFunction()) return failCall(node, callee);
+            if (aborted(at(node.left))) return makeFastScalarNil();
+            if (callee.scalar.isValid() || !callee.boxed->isFunction() || callee.boxed->callable() == nullptr)
+                return failCall(node, callee);
             function = callee.boxed->asFunction();
-            if (!function) return failCall(node, callee);
         }
         const auto count = static_cast<std::size_t>(node.intValue);
         switch (count) {
@@ -187,7 +237,7 @@ private:
             const FastNodeIndex argument = expression_.arguments[static_cast<std::size_t>(node.right) + i];
             const FastScalarValue scalar = evaluate(argument, arguments[i]);
             if (scalar.isValid()) assignFastScalarToVariable(arguments[i], scalar);
-            if (aborted(expression_.node(argument))) return false;
+            if (aborted(at(argument))) return false;
         }
         return true;
     }
@@ -245,7 +295,7 @@ private:
 
     FastScalarValue evaluateShortCircuit(const FastNode& node, Variable& boxed) {
         const FastScalarValue left = evaluate(node.left, boxed);
-        if (aborted(expression_.node(node.left))) return makeFastScalarNil();
+        if (aborted(at(node.left))) return makeFastScalarNil();
         const bool truthy = left.isValid() ? isTruthyInExpression(left) : engine_.isTruthy(boxed);
         if (truthy == (node.kind == FastKind::Or)) return left.isValid() ? left : madeValue();
         const FastScalarValue right = evaluate(node.right, boxed);
@@ -254,35 +304,58 @@ private:
         return madeValue();
     }
 
-    /// The scalar of a literal or a plain variable; Invalid for all other nodes and values.
-    FastScalarValue readLeaf(const FastNode& node) const {
-        if (node.kind == FastKind::Integer) return makeFastScalarInt(node.intValue);
-        if (node.kind != FastKind::Variable || node.explicitScope != ExplicitScope::None) return {};
-        const Variable* variable = engine_.resolveVariablePtr(node.name);
-        return variable == nullptr ? FastScalarValue() : fastScalarFromVariable(*variable);
+    /// The scalar of a literal, a variable or an element; Invalid for all other nodes and values.
+    FastScalarValue plainScalar(const FastNode& node) const {
+        const Variable* place = nullptr;
+        if (node.kind == FastKind::Variable)
+            place = resolve(node);
+        else if (node.kind == FastKind::Integer)
+            return makeFastScalarInt(node.intValue);
+        else if (node.kind == FastKind::Float)
+            return makeFastScalarFloat(node.floatValue);
+        else if (node.isPlace)
+            place = elementPlace(node);
+        return place == nullptr ? FastScalarValue() : fastScalarFromVariable(*place);
     }
 
     FastScalarValue evaluateBinary(const FastNode& node, Variable& boxed) {
-        // Most right operands are numbers in variables or literals, and need no place to keep a Variable.
-        const FastNode& leftNode = expression_.node(node.left);
-        if (!leftNode.calls) {
-            const FastScalarValue right = readLeaf(expression_.node(node.right));
-            if (right.isValid()) {
-                const FastScalarValue leaf = readLeaf(leftNode);
-                const Operand left = leaf.isValid() ? Operand{leaf, nullptr} : read(node.left, boxed, true);
+        const FastNode& leftNode = at(node.left);
+        const FastNode& rightNode = at(node.right);
+        FastScalarValue left = plainScalar(leftNode);
+        if (!left.isValid()) {
+            if (leftNode.kind < FastKind::Negate || leftNode.kind == FastKind::And || leftNode.kind == FastKind::Or)
+                return evaluateBinaryInFull(node, boxed);
+            left = evaluate(node.left, boxed);
+            if (aborted(leftNode)) return makeFastScalarNil();
+            if (!left.isValid()) return finishBinary(node, {left, &boxed}, boxed);
+        }
+        FastScalarValue right = plainScalar(rightNode);
+        if (!right.isValid()) {
+            // The left side is a number, so the right one may use the place of the result.
+            const Operand operand = read(node.right, boxed, true);
+            if (aborted(rightNode)) return makeFastScalarNil();
+            right = operand.scalar;
+            if (!right.isValid()) {
                 setToken(node);
-                if (left.scalar.isValid()) return combineScalars(node.kind, left.scalar, right, boxed);
                 Variable storage;
-                combineBoxed(node.kind, left, {right, nullptr}, boxed, storage);
+                combineBoxed(node.kind, {left, nullptr}, operand, boxed, storage);
                 return madeValue();
             }
         }
-        const bool rightCalls = expression_.node(node.right).calls;
-        const Operand left = read(node.left, boxed, !rightCalls);
-        if (aborted(expression_.node(node.left))) return makeFastScalarNil();
+        setToken(node);
+        return combineScalars(node.kind, left, right, boxed);
+    }
+
+    [[gnu::noinline]] FastScalarValue evaluateBinaryInFull(const FastNode& node, Variable& boxed) {
+        const Operand left = read(node.left, boxed, !at(node.right).calls);
+        if (aborted(at(node.left))) return makeFastScalarNil();
+        return finishBinary(node, left, boxed);
+    }
+
+    [[gnu::noinline]] FastScalarValue finishBinary(const FastNode& node, const Operand& left, Variable& boxed) {
         Variable rightStorage;
         const Operand right = read(node.right, rightStorage, true);
-        if (aborted(expression_.node(node.right))) return makeFastScalarNil();
+        if (aborted(at(node.right))) return makeFastScalarNil();
         setToken(node);
         if (left.scalar.isValid() && right.scalar.isValid())
             return combineScalars(node.kind, left.scalar, right.scalar, boxed);
@@ -297,6 +370,46 @@ private:
 
     FastScalarValue combineScalars(FastKind kind, const FastScalarValue& left, const FastScalarValue& right,
                                    Variable& boxed) {
+        if (left.kind == ScalarKind::Integer && right.kind == ScalarKind::Integer) {
+            const int a = left.intValue;
+            const int b = right.intValue;
+            switch (kind) {
+            case FastKind::Add: return makeFastScalarInt(static_cast<int>(unsignedOf(a) + unsignedOf(b)));
+            case FastKind::Subtract: return makeFastScalarInt(static_cast<int>(unsignedOf(a) - unsignedOf(b)));
+            case FastKind::Multiply: return makeFastScalarInt(static_cast<int>(unsignedOf(a) * unsignedOf(b)));
+            case FastKind::Modulo:
+                if (b > 0) return makeFastScalarInt(a % b);
+                break;
+            case FastKind::Equal: return makeFastScalarBool(a == b);
+            case FastKind::NotEqual: return makeFastScalarBool(a != b);
+            case FastKind::Less: return makeFastScalarBool(a < b);
+            case FastKind::Greater: return makeFastScalarBool(a > b);
+            case FastKind::LessOrEqual: return makeFastScalarBool(a <= b);
+            case FastKind::GreaterOrEqual: return makeFastScalarBool(a >= b);
+            default: break;
+            }
+        } else if (left.kind == ScalarKind::Float && right.kind == ScalarKind::Float) {
+            // The definition computes with doubles and rounds once more. For these four operations on floats that is
+            // the same as rounding once.
+            const float a = left.floatValue;
+            const float b = right.floatValue;
+            switch (kind) {
+            case FastKind::Add: return makeFastScalarFloat(a + b);
+            case FastKind::Subtract: return makeFastScalarFloat(a - b);
+            case FastKind::Multiply: return makeFastScalarFloat(a * b);
+            case FastKind::Divide:
+                if (b != 0) return makeFastScalarFloat(a / b);
+                break;
+            default: break;
+            }
+        }
+        return combineOtherScalars(kind, left, right, boxed);
+    }
+
+    static unsigned unsignedOf(int number) { return static_cast<unsigned>(number); }
+
+    FastScalarValue combineOtherScalars(FastKind kind, const FastScalarValue& left, const FastScalarValue& right,
+                                        Variable& boxed) {
         if (kind >= FastKind::Equal) return compare(kind, left, right);
         if (kind == FastKind::Tetration || kind == FastKind::Pentation) {
             boxed =
@@ -304,32 +417,10 @@ private:
             const FastScalarValue scalar = fastScalarFromVariable(boxed);
             return scalar;
         }
-        if (left.kind == ScalarKind::Integer && right.kind == ScalarKind::Integer) {
-            const auto a = static_cast<unsigned>(left.intValue);
-            const auto b = static_cast<unsigned>(right.intValue);
-            switch (kind) {
-            case FastKind::Add: return makeFastScalarInt(static_cast<int>(a + b));
-            case FastKind::Subtract: return makeFastScalarInt(static_cast<int>(a - b));
-            case FastKind::Multiply: return makeFastScalarInt(static_cast<int>(a * b));
-            default: break;
-            }
-        }
         return numericOperation(arithmeticOf(kind), left, right);
     }
 
     FastScalarValue compare(FastKind kind, const FastScalarValue& left, const FastScalarValue& right) {
-        if (left.kind == ScalarKind::Integer && right.kind == ScalarKind::Integer) {
-            const int a = left.intValue;
-            const int b = right.intValue;
-            switch (kind) {
-            case FastKind::Equal: return makeFastScalarBool(a == b);
-            case FastKind::NotEqual: return makeFastScalarBool(a != b);
-            case FastKind::Less: return makeFastScalarBool(a < b);
-            case FastKind::Greater: return makeFastScalarBool(a > b);
-            case FastKind::LessOrEqual: return makeFastScalarBool(a <= b);
-            default: return makeFastScalarBool(a >= b);
-            }
-        }
         if (!fastScalarIsNumeric(left) || !fastScalarIsNumeric(right))
             return makeFastScalarBool(compareBoxed(kind, fastScalarToVariable(left), fastScalarToVariable(right)));
         if (kind == FastKind::Equal || kind == FastKind::NotEqual)
@@ -376,6 +467,7 @@ private:
 
     OstrelScript& engine_;
     const FastExpression& expression_;
+    const FastNode* const nodes_;
 };
 
 FastScalarValue OstrelScript::evaluateFastDual(const FastExpression& expression, Variable& boxed) {

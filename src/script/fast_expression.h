@@ -53,14 +53,16 @@ constexpr FastNodeIndex noFastNode = -1;
 struct FastNode {
     FastKind kind = FastKind::None;
     bool calls = false;                                // a call stands in this node or below it
+    bool isPlace = false;                              // names a variable, or an element of one under a plain key
     ExplicitScope explicitScope = ExplicitScope::None; // of a variable
     std::uint32_t tokenIndex = 0;                      // last token that is read when this node's operation is done
     FastNodeIndex left = noFastNode;                   // operand; container of an index; callee of a call
     FastNodeIndex right = noFastNode;                  // second operand; key of an index; first argument slot of a call
     union {
-        int intValue;     // literal; argument count of a call; index into `strings` of a string literal
-        float floatValue; // literal
-        Name* name;       // variable
+        int intValue;               // literal; argument count of a call; index into `strings` of a string literal
+        float floatValue;           // literal
+        Name* name;                 // variable
+        mutable std::uint32_t hint; // index: where in its table the key stood last
     };
 
     FastNode() : name(nullptr) {}
@@ -117,8 +119,24 @@ inline FastScalarValue makeFastScalarNil() {
 
 inline bool fastScalarIsNumeric(const FastScalarValue& value) { return value.kind >= ScalarKind::Integer; }
 /// The condition rule of the scalar way: a number is true unless it is 0.
-bool fastScalarIsTruthy(const FastScalarValue& value);
-double fastScalarToDouble(const FastScalarValue& value);
+inline bool fastScalarIsTruthy(const FastScalarValue& value) {
+    switch (value.kind) {
+    case ScalarKind::Boolean: return value.boolValue;
+    case ScalarKind::Integer: return value.intValue != 0;
+    case ScalarKind::Float: return value.floatValue != 0.0F;
+    default: return false;
+    }
+}
+[[noreturn]] void failScalarNotNumeric();
+/// Fails with "Expected a numeric value" for nil.
+inline double fastScalarToDouble(const FastScalarValue& value) {
+    switch (value.kind) {
+    case ScalarKind::Integer: return value.intValue;
+    case ScalarKind::Float: return static_cast<double>(value.floatValue);
+    case ScalarKind::Boolean: return value.boolValue ? 1.0 : 0.0;
+    default: failScalarNotNumeric();
+    }
+}
 int fastScalarToInt(const FastScalarValue& value);
 Variable fastScalarToVariable(const FastScalarValue& value);
 
@@ -134,13 +152,12 @@ inline void assignFastScalarToVariable(Variable& target, const FastScalarValue& 
 
 /// The scalar in a Variable; Invalid for strings, containers and the like.
 inline FastScalarValue fastScalarFromVariable(const Variable& variable) {
-    switch (variable.type) {
-    case VarType::Nil: return makeFastScalarNil();
-    case VarType::Integer: return makeFastScalarInt(variable.asInt());
-    case VarType::Float: return makeFastScalarFloat(variable.asFloat());
-    case VarType::Boolean: return makeFastScalarBool(variable.asBool());
-    default: return {};
-    }
+    // In the order of how often they occur; a chain of tests is predicted better than a jump table.
+    if (variable.type == VarType::Integer) return makeFastScalarInt(variable.asInt());
+    if (variable.type == VarType::Float) return makeFastScalarFloat(variable.asFloat());
+    if (variable.type == VarType::Boolean) return makeFastScalarBool(variable.asBool());
+    if (variable.type == VarType::Nil) return makeFastScalarNil();
+    return {};
 }
 
 /// Compiles the tokens from `first` up to but without `last`. The result is invalid if the range holds anything that

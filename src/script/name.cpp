@@ -1,11 +1,26 @@
 #include "script/name.h"
 
+#include <algorithm>
 #include <utility>
+
+Ref<ScriptText> TextPool::intern(std::string text) {
+    if (text.size() > longestShared) return makeRef<ScriptText>(std::move(text));
+    const auto known = texts_.find(text);
+    if (known != texts_.end()) return known->second;
+    if (texts_.size() >= sweepAt_) {
+        std::erase_if(texts_, [](const auto& entry) { return entry.second.useCount() == 1; });
+        sweepAt_ = std::max(firstSweep, texts_.size() * 2);
+    }
+    Ref<ScriptText> made = makeRef<ScriptText>(std::move(text));
+    texts_.emplace(made->text, made);
+    return made;
+}
 
 Name* NameTable::intern(std::string_view text) {
     if (Name* known = find(text)) return known;
     Name& name = names_.emplace_back();
     name.text = text;
+    name.key = texts_.intern(name.text);
     index_.emplace(name.text, &name);
     return &name;
 }

@@ -32,6 +32,7 @@ struct Binding {
 /// An interned name. Two names are equal exactly if their addresses are.
 struct Name {
     std::string text;
+    Ref<ScriptText> key; // the same text as the pool has it, for a name that stands as a key
     Binding* newestInBlocks = nullptr; // may lie below the block scope base, and is then not visible
     Binding* newestInFrames = nullptr;
     Variable* global = nullptr;   // the live global of this name, or null
@@ -60,14 +61,30 @@ private:
     std::size_t size_ = 0;
 };
 
+/// One text for all literals and names that read the same, so that the keys of tables can be told apart by address.
+/// Texts that nobody else holds any more are dropped when the pool has doubled.
+class TextPool {
+public:
+    Ref<ScriptText> intern(std::string text);
+
+private:
+    static constexpr std::size_t longestShared = 64; // bytes; longer ones are no keys
+    static constexpr std::size_t firstSweep = 1024;  // texts
+
+    std::unordered_map<std::string_view, Ref<ScriptText>> texts_; // keys point into the texts
+    std::size_t sweepAt_ = firstSweep;
+};
+
 /// All names of one engine. A name is never removed, so its address is good for as long as the engine.
 class NameTable {
 public:
     Name* intern(std::string_view text);
     /// The name if it is known, else null.
     Name* find(std::string_view text) const;
+    TextPool& texts() { return texts_; }
 
 private:
+    TextPool texts_;
     std::deque<Name> names_;
     std::unordered_map<std::string_view, Name*> index_; // keys point into names_
 };

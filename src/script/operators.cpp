@@ -155,30 +155,14 @@ Variable hyperOperation(const Variable& left, BinaryOperator binaryOperator, con
 // Scalars
 // ---------------------------------------------------------------------------------------------------------------------
 
-bool fastScalarIsTruthy(const FastScalarValue& value) {
-    switch (value.kind) {
-    case ScalarKind::Integer: return value.intValue != 0;
-    case ScalarKind::Float: return value.floatValue != 0.0F;
-    case ScalarKind::Boolean: return value.boolValue;
-    default: return false;
-    }
-}
-
-double fastScalarToDouble(const FastScalarValue& value) {
-    switch (value.kind) {
-    case ScalarKind::Integer: return value.intValue;
-    case ScalarKind::Float: return static_cast<double>(value.floatValue);
-    case ScalarKind::Boolean: return value.boolValue ? 1.0 : 0.0;
-    default: throw std::runtime_error("Expected a numeric value");
-    }
-}
+void failScalarNotNumeric() { throw std::runtime_error("Expected a numeric value"); }
 
 int fastScalarToInt(const FastScalarValue& value) {
     switch (value.kind) {
     case ScalarKind::Integer: return value.intValue;
     case ScalarKind::Float: return saturateToInt(static_cast<double>(value.floatValue));
     case ScalarKind::Boolean: return value.boolValue ? 1 : 0;
-    default: throw std::runtime_error("Expected a numeric value");
+    default: failScalarNotNumeric();
     }
 }
 

@@ -145,6 +145,8 @@ public:
     void loadState(const std::string& path);
     /// The engine's one object for a name.
     Name* internName(std::string_view text) { return names_.intern(text); }
+    /// The engine's one text for keys that read the same.
+    Ref<ScriptText> internText(std::string text) { return names_.texts().intern(std::move(text)); }
 
     // --- Variables (scopes.cpp) ---
 

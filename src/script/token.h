@@ -60,6 +60,7 @@ struct TokenAnalysis {
     bool endsNegation = false; // behind the word `not`, this token makes it the nil literal
     int intValue = 0;          // of an Integer
     Name* name = nullptr;      // of an identifier, without the `#N`
+    Ref<ScriptText> text;      // of a String: what it stands for
 
     bool isTrue() const { return kind == TokenKind::True; }
     bool isFalse() const { return kind == TokenKind::False; }

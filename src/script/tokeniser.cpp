@@ -130,6 +130,7 @@ TokenAnalysis OstrelScript::analyseToken(const std::string& token) const {
         }
     } else if (!token.empty() && (token[0] == '"' || token[0] == '\'')) {
         analysis.kind = TokenKind::String;
+        analysis.text = names_.texts().intern(decodeStringToken(token));
     } else if (token == "...") {
         analysis.kind = TokenKind::Varargs;
     } else if (tokenLooksNumeric(token)) {

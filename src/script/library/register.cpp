@@ -14,7 +14,7 @@ void registerLibraryTable(OstrelScript& engine, std::string_view tableName,
     table->reserve(entries.size());
     for (const LibraryEntry& entry : entries) {
         const std::string qualified = std::string(tableName) + "." + entry.name;
-        table->set(entry.name, engine.makeLibraryCallable(entry.function, qualified));
+        table->findOrAdd(engine.internText(entry.name)) = engine.makeLibraryCallable(entry.function, qualified);
     }
     engine.pushVariable(tableName, Variable(std::move(table)));
 }
