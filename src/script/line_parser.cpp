@@ -268,6 +268,24 @@ public:
         return true;
     }
 
+    static StatementForm formOf(const LinePlan& plan) {
+        if (plan.isDeclaration) return StatementForm::General;
+        if (!plan.isAssignment) return plan.expression.isValid() ? StatementForm::Call : StatementForm::General;
+        if (plan.targets.size() != 1 || plan.values.size() != 1 || !plan.values[0].isValid())
+            return StatementForm::General;
+        const ParsedAssignmentTarget& target = plan.targets[0];
+        const bool isPlain = plan.compoundOperator == BinaryOperator::None;
+        if (target.indexRanges.empty()) {
+            if (!isPlain) return StatementForm::CompoundName;
+            const bool isLocal = plan.scopeTarget == ScopeTarget::Local;
+            const bool fits = target.name.explicitScope == ExplicitScope::None &&
+                              (isLocal || plan.scopeTarget == ScopeTarget::None);
+            return fits ? StatementForm::AssignName : StatementForm::General;
+        }
+        const bool oneKey = target.indexRanges.size() == 1 && target.indexExpressions[0].isValid();
+        return isPlain && oneKey ? StatementForm::AssignElement : StatementForm::General;
+    }
+
     void planReturn(LinePlan& plan) const {
         if (tokens_.size() > 1) planValues(plan, 1);
     }
@@ -447,6 +465,7 @@ void OstrelScript::prepareParsedLines(std::vector<ParsedScriptLine>& lines) {
                 plan->scopeTarget = scopeTargetOf(line.tokens[0]); // the keyword counts whatever follows it
                 plan->expression = planner.compile(0, line.tokens.size());
             }
+            plan->form = LinePlanner::formOf(*plan);
             break;
         case LineKind::If:
         case LineKind::Elseif:

@@ -274,7 +274,11 @@ private:
     void assignExplicitScopeVariable(Name* name, ExplicitScope scope, Variable value);
     void assignToken(const TokenAnalysis& token, Variable value, ScopeTarget target);
     void setGlobal(Name* name, Variable value);
-    void setLocal(Name* name, Variable value);
+    void setLocal(Name* name, Variable value) { localPlace(name) = std::move(value); }
+    /// The name's variable in the top block scope, added as nil if it is missing.
+    Variable& localPlace(Name* name);
+    /// The name's global, added as nil if it is missing.
+    Variable& globalPlace(Name* name);
     static void setScopeValue(Scope& scope, Name* name, Variable value);
     static Variable* findInScope(Scope& scope, const Name* name);
     Scope* currentNativeScope() const;
@@ -297,11 +301,13 @@ private:
     void executeStatement(const ParsedScriptLine& line);
     void executeExpressionStatement(const ParsedScriptLine& line);
     void evaluateReturn(const ParsedScriptLine& line, Variable& result);
-    void assignSingle(const ParsedScriptLine& line);
+    void assignName(const LinePlan& plan);
+    void assignElement(const LinePlan& plan);
+    void assignCompoundName(const ParsedScriptLine& line);
+    [[noreturn]] void failUnknownVariable(const ParsedScriptLine& line);
     void assignCompound(const ParsedScriptLine& line);
     void assignList(const ParsedScriptLine& line);
     void assignTarget(const ParsedScriptLine& line, const ParsedAssignmentTarget& target, Variable value);
-    void assignElement(const ParsedAssignmentTarget& target, Variable value, ScopeTarget scope);
     void assignIndexed(const TokenAnalysis& name, const std::vector<Variable>& keys, const Variable& value,
                        ScopeTarget scope);
     void applyInPlace(Variable& target, BinaryOperator binaryOperator, const Variable& right);

@@ -53,9 +53,19 @@ struct ParsedAssignmentTarget {
     std::vector<FastExpression> indexExpressions; // one per range; invalid where it did not compile
 };
 
+/// The road of a statement: the common ones have one of their own.
+enum class StatementForm : std::uint8_t {
+    General = 0,
+    Call = 1,          // the whole line is one compiled expression
+    AssignName = 2,    // `name = value` or `local name = value`, the value compiled
+    AssignElement = 3, // `name[key] = value`, both compiled
+    CompoundName = 4,  // `name += value` and its kin, the value compiled
+};
+
 /// What `prepareParsedLines` found out about a line: which parts it has and their compiled forms. Never changed once
 /// made, so copies of a line share it.
 struct LinePlan {
+    StatementForm form = StatementForm::General;
     bool isAssignment = false;  // targets, an operator and values
     bool isDeclaration = false; // `local a, b` and the like: names without values
     ScopeTarget scopeTarget = ScopeTarget::None;

@@ -94,31 +94,30 @@ void OstrelScript::assignToken(const TokenAnalysis& token, Variable value, Scope
         assignVariable(token.name, std::move(value), target);
 }
 
-void OstrelScript::setGlobal(Name* name, Variable value) {
+void OstrelScript::setGlobal(Name* name, Variable value) { globalPlace(name) = std::move(value); }
+
+Variable& OstrelScript::globalPlace(Name* name) {
     if (name->global == nullptr) {
         Global& global = globals_.emplace_back();
         global.name = name;
         name->global = &global.value;
         name->globalSlot = static_cast<std::uint32_t>(globals_.size());
     }
-    *name->global = std::move(value);
+    return *name->global;
 }
 
-void OstrelScript::setLocal(Name* name, Variable value) {
+Variable& OstrelScript::localPlace(Name* name) {
     if (blockScopes_.size() <= blockScopeBase_) pushBlockScope();
     const auto top = static_cast<std::uint32_t>(blockScopes_.size() - 1);
     Binding* newest = name->newestInBlocks;
-    if (newest != nullptr && newest->block == top) {
-        newest->value = std::move(value);
-        return;
-    }
+    if (newest != nullptr && newest->block == top) return newest->value;
     Binding& binding = bindings_.push();
-    binding.value = std::move(value);
     binding.name = name;
     binding.shadowed = newest;
     binding.block = top;
     binding.inFrame = false;
     name->newestInBlocks = &binding;
+    return binding.value;
 }
 
 void OstrelScript::pushVariable(std::string_view name, Variable value) {

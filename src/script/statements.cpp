@@ -1,5 +1,6 @@
 // Statements that are no blocks: conditions, assignments, call statements, `return`. All walkers use these.
 
+#include "script/numeric_operation.h"
 #include "script/ostrel_script.h"
 
 namespace {
@@ -90,6 +91,17 @@ void OstrelScript::evaluateReturn(const ParsedScriptLine& line, Variable& result
 
 void OstrelScript::executeStatement(const ParsedScriptLine& line) {
     const LinePlan& plan = *line.plan;
+    switch (plan.form) {
+    case StatementForm::Call: {
+        Variable unwanted;
+        evaluateFastDual(plan.expression, unwanted);
+        return;
+    }
+    case StatementForm::AssignName: assignName(plan); return;
+    case StatementForm::AssignElement: assignElement(plan); return;
+    case StatementForm::CompoundName: assignCompoundName(line); return;
+    case StatementForm::General: break;
+    }
     if (!plan.isAssignment && !plan.isDeclaration)
         executeExpressionStatement(line);
     else if (plan.isDeclaration)
@@ -97,40 +109,52 @@ void OstrelScript::executeStatement(const ParsedScriptLine& line) {
             assignToken(target.name, Variable(), plan.scopeTarget);
     else if (plan.compoundOperator != BinaryOperator::None)
         assignCompound(line);
-    else if (plan.targets.size() == 1 && plan.valueRanges.size() == 1)
-        assignSingle(line);
     else
         assignList(line);
+}
+
+void OstrelScript::assignName(const LinePlan& plan) {
+    Variable result;
+    const FastScalarValue scalar = evaluateFastDual(plan.values[0], result);
+    if (shouldAbortForSoftRaisedError()) return;
+    Name* const name = plan.targets[0].name.name;
+    Variable* place = plan.scopeTarget == ScopeTarget::Local ? &localPlace(name) : resolveVariablePtr(name);
+    if (place == nullptr) place = &globalPlace(name);
+    // A number goes straight into the variable it replaces.
+    if (scalar.isValid())
+        assignFastScalarToVariable(*place, scalar);
+    else
+        *place = result.isMulti() ? firstOf(std::move(result)) : std::move(result);
+}
+
+void OstrelScript::assignCompoundName(const ParsedScriptLine& line) {
+    const LinePlan& plan = *line.plan;
+    const ParsedAssignmentTarget& target = plan.targets[0];
+    Variable right;
+    const FastScalarValue scalar = evaluateFastDual(plan.values[0], right);
+    if (shouldAbortForSoftRaisedError()) return;
+    position_.token = plan.valueRanges[0].second - 1;
+    Variable* const place = resolveToken(target.name);
+    if (place == nullptr) failUnknownVariable(line);
+    const bool isArithmetic =
+        plan.compoundOperator >= BinaryOperator::Add && plan.compoundOperator <= BinaryOperator::Power;
+    if (isArithmetic && scalar.kind > ScalarKind::Nil && place->isNumeric()) {
+        assignFastScalarToVariable(*place,
+                                   numericOperation(plan.compoundOperator, fastScalarFromVariable(*place), scalar));
+        return;
+    }
+    if (scalar.isValid()) assignFastScalarToVariable(right, scalar);
+    applyInPlace(*place, plan.compoundOperator, right.isMulti() ? firstOf(std::move(right)) : right);
+}
+
+void OstrelScript::failUnknownVariable(const ParsedScriptLine& line) {
+    const std::string& name = line.tokens[line.plan->targets[0].nameToken];
+    throwError("Variable not found: " + name, name);
 }
 
 Variable OstrelScript::evaluateValue(const ParsedScriptLine& line, std::size_t index) {
     const LinePlan& plan = *line.plan;
     return evaluateRange(line, plan.valueRanges[index], plan.values[index], trailingToken);
-}
-
-void OstrelScript::assignSingle(const ParsedScriptLine& line) {
-    const LinePlan& plan = *line.plan;
-    Variable result;
-    const ParsedAssignmentTarget& target = plan.targets[0];
-    const FastExpression& expression = plan.values[0];
-    const bool simple = target.indexRanges.empty();
-    if (simple && expression.isValid()) {
-        const FastScalarValue scalar = evaluateFastDual(expression, result);
-        if (shouldAbortForSoftRaisedError()) return;
-        // A number goes straight into the variable it replaces.
-        if (scalar.isValid() && plan.scopeTarget == ScopeTarget::None) {
-            if (Variable* existing = resolveToken(target.name)) {
-                assignFastScalarToVariable(*existing, scalar);
-                return;
-            }
-        }
-        if (scalar.isValid()) assignFastScalarToVariable(result, scalar);
-    } else {
-        result = evaluateValue(line, 0);
-        if (shouldAbortForSoftRaisedError()) return;
-    }
-    if (result.isMulti()) result = firstOf(std::move(result));
-    assignTarget(line, target, std::move(result));
 }
 
 void OstrelScript::assignList(const ParsedScriptLine& line) {
@@ -154,7 +178,6 @@ void OstrelScript::assignList(const ParsedScriptLine& line) {
 void OstrelScript::assignCompound(const ParsedScriptLine& line) {
     const LinePlan& plan = *line.plan;
     const ParsedAssignmentTarget& target = plan.targets[0];
-    const std::string& name = line.tokens[target.nameToken];
 
     Variable right;
     for (std::size_t i = 0; i < plan.valueRanges.size(); ++i) {
@@ -165,7 +188,7 @@ void OstrelScript::assignCompound(const ParsedScriptLine& line) {
     const std::vector<Variable> keys = evaluateKeys(line, target);
     if (shouldAbortForSoftRaisedError()) return;
     Variable* place = resolveToken(target.name);
-    if (place == nullptr) throwError("Variable not found: " + name, name);
+    if (place == nullptr) failUnknownVariable(line);
 
     if (keys.empty()) {
         applyInPlace(*place, plan.compoundOperator, right);
@@ -178,7 +201,9 @@ void OstrelScript::assignCompound(const ParsedScriptLine& line) {
 
 /// `target op= right` without a copy of the target where that is possible.
 void OstrelScript::applyInPlace(Variable& target, BinaryOperator binaryOperator, const Variable& right) {
-    if (binaryOperator == BinaryOperator::Add && target.isString()) {
+    if (binaryOperator == BinaryOperator::Add && target.isString() && right.isString()) {
+        right.appendTo(target.editString());
+    } else if (binaryOperator == BinaryOperator::Add && target.isString()) {
         const Variable suffix = right.toString(); // made first: a text that is too large leaves the target alone
         suffix.appendTo(target.editString());
     } else {
@@ -203,36 +228,45 @@ void OstrelScript::assignTarget(const ParsedScriptLine& line, const ParsedAssign
         assignToken(target.name, std::move(value), scope);
         return;
     }
-    if (target.indexRanges.size() == 1 && target.indexExpressions[0].isValid()) {
-        assignElement(target, std::move(value), scope);
-        return;
-    }
     const std::vector<Variable> keys = evaluateKeys(line, target);
     if (!shouldAbortForSoftRaisedError()) assignIndexed(target.name, keys, value, scope);
 }
 
-/// `name[key] = value`: an element that is there, or the next one of an array, is stored where it belongs; all else
-/// goes the general way.
-void OstrelScript::assignElement(const ParsedAssignmentTarget& target, Variable value, ScopeTarget scope) {
+/// `name[key] = value`: an element that is there, or a key of a table, is stored where it belongs; all else goes the
+/// general way.
+void OstrelScript::assignElement(const LinePlan& plan) {
+    Variable boxed;
+    FastScalarValue value = evaluateFastDual(plan.values[0], boxed);
+    if (shouldAbortForSoftRaisedError()) return;
+    if (boxed.isMulti()) {
+        boxed = firstOf(std::move(boxed));
+        value = {};
+    }
+    const ParsedAssignmentTarget& target = plan.targets[0];
     Variable key;
     const FastScalarValue scalar = evaluateFastDual(target.indexExpressions[0], key);
     if (shouldAbortForSoftRaisedError()) return;
     position_.token = target.indexRanges[0].second - 1;
-    if (Variable* container = resolveToken(target.name)) {
+    if (const Variable* container = resolveToken(target.name)) {
+        Variable* place = nullptr;
         if (scalar.kind == ScalarKind::Integer && container->isArray()) {
-            Elements& elements = *container->asArray();
-            const auto index = static_cast<std::size_t>(static_cast<unsigned>(scalar.intValue)) - 1;
-            if (index < elements.size()) {
-                elements[index] = std::move(value);
-                return;
-            }
+            Elements& elements = container->elements();
+            const std::size_t offset = static_cast<std::size_t>(static_cast<unsigned>(scalar.intValue)) - 1;
+            if (offset < elements.size()) place = &elements[offset];
         } else if (!scalar.isValid() && key.isString() && container->isTable()) {
-            container->asTable()->findOrAdd(key.asString()) = std::move(value);
+            place = &container->table().findOrAdd(key.sharedText());
+        }
+        if (place != nullptr) {
+            if (value.isValid())
+                assignFastScalarToVariable(*place, value);
+            else
+                *place = std::move(boxed);
             return;
         }
     }
     if (scalar.isValid()) assignFastScalarToVariable(key, scalar);
-    assignIndexed(target.name, {std::move(key)}, value, scope);
+    if (value.isValid()) assignFastScalarToVariable(boxed, value);
+    assignIndexed(target.name, {std::move(key)}, boxed, plan.scopeTarget);
 }
 
 /// Walks to the last container, making those that are missing: an array where the next key can be kept in one, else a

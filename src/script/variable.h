@@ -140,6 +140,7 @@ struct Variable {
     template <typename Callable = ScriptCallable> Callable* callable() const noexcept {
         return static_cast<Shared<Callable>*>(object_);
     }
+    Ref<ScriptText> sharedText() const noexcept { return Ref<ScriptText>::ofHead(object_); }
     const ScriptText& text() const noexcept { return *static_cast<Shared<ScriptText>*>(object_); }
 
     /// Becomes a number or nil in place, without building another Variable.
