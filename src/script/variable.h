@@ -216,6 +216,8 @@ private:
 /// What a function returns that returns several values. One opaque value everywhere but where assignment, the last
 /// value of `return`, `select` and the host's argument lists take it apart.
 struct MultiResult {
+    explicit MultiResult(std::vector<Variable> list) : values(std::move(list)) {}
+
     std::vector<Variable> values;
 };
 
