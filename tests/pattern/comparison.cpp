@@ -48,6 +48,9 @@ bool mayHaveHighRange(std::string_view source) {
     return has(source, "[") && has(source, "-") && (hasHigh || has(source, "\\x") || has(source, "\\u"));
 }
 
+/// Whether a control character may be the end of a range: the two orders of its ends differ, so one may be a fault.
+bool mayHaveControlRange(std::string_view source) { return has(source, "[") && has(source, "-") && has(source, "\\c"); }
+
 bool hasLongCount(std::string_view source) {
     for (std::size_t at = source.find('{'); at != std::string_view::npos; at = source.find('{', at + 1)) {
         std::size_t digits = 0;
@@ -158,7 +161,7 @@ std::string printable(std::string_view bytes) {
 }
 
 std::optional<std::string> differenceFromStandard(std::string_view source, std::string_view subject, bool ignoreCase) {
-    if (mayHaveHighRange(source) || hasLongCount(source)) return std::nullopt;
+    if (mayHaveHighRange(source) || mayHaveControlRange(source) || hasLongCount(source)) return std::nullopt;
     const std::string what =
         "/" + printable(source) + (ignoreCase ? "/i" : "/") + " on \"" + printable(subject) + "\": ";
     const std::optional<std::regex> theirs = standardPattern(source, ignoreCase);
