@@ -278,8 +278,8 @@ public:
         if (target.indexRanges.empty()) {
             if (!isPlain) return StatementForm::CompoundName;
             const bool isLocal = plan.scopeTarget == ScopeTarget::Local;
-            const bool fits = target.name.explicitScope == ExplicitScope::None &&
-                              (isLocal || plan.scopeTarget == ScopeTarget::None);
+            const bool fits =
+                target.name.explicitScope == ExplicitScope::None && (isLocal || plan.scopeTarget == ScopeTarget::None);
             return fits ? StatementForm::AssignName : StatementForm::General;
         }
         const bool oneKey = target.indexRanges.size() == 1 && target.indexExpressions[0].isValid();

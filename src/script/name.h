@@ -32,7 +32,7 @@ struct Binding {
 /// An interned name. Two names are equal exactly if their addresses are.
 struct Name {
     std::string text;
-    Ref<ScriptText> key; // the same text as the pool has it, for a name that stands as a key
+    Ref<ScriptText> key;               // the same text as the pool has it, for a name that stands as a key
     Binding* newestInBlocks = nullptr; // may lie below the block scope base, and is then not visible
     Binding* newestInFrames = nullptr;
     Variable* global = nullptr;   // the live global of this name, or null
