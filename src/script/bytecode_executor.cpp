@@ -88,7 +88,10 @@ private:
             const Instruction& instruction = program_.instructions[pc++];
             if (instruction.opcode > static_cast<std::uint8_t>(Opcode::Nest) && !inlined_) return;
             engine_.countStep();
-            runInstruction(static_cast<Opcode>(instruction.opcode), instruction.operand);
+            if (instruction.opcode <= static_cast<std::uint8_t>(Opcode::AssignFast))
+                runStatement(enterLine(instruction.operand));
+            else
+                runInstruction(static_cast<Opcode>(instruction.opcode), instruction.operand);
             if (engine_.scheduledCoroutine_) engine_.serviceScheduledCoroutineTurnNoThrow();
             if (signal_.kind == SignalKind::Jump)
                 signal_.kind = SignalKind::None; // a block was left for the sake of a jump: see whether it ends here
@@ -120,7 +123,7 @@ private:
         if (inlined_ && !mayRunInline(opcode)) throw BytecodeStructureError("Unexpected non-inline opcode");
         switch (opcode) {
         case Opcode::Line:
-        case Opcode::AssignFast: runStatement(enterLine(operand)); break;
+        case Opcode::AssignFast: break; // run by the caller
         case Opcode::If: runIf(at(program_.ifGroups, operand, "if-group")); break;
         case Opcode::While: runWhile(at(program_.whileLoops, operand, "while-loop")); break;
         case Opcode::Repeat: runRepeat(at(program_.repeatLoops, operand, "repeat-loop")); break;
@@ -138,7 +141,7 @@ private:
         case Opcode::Nest: {
             const BytecodeNestBlock& nest = at(program_.nestBlocks, operand, "nest-block");
             enterLine(nest.line);
-            runBody(nest.bodyChunk);
+            runBody(bodyOf(nest.bodyChunk));
             break;
         }
         }
@@ -168,14 +171,24 @@ private:
     // Bodies
     // -----------------------------------------------------------------------------------------------------------------
 
-    void runBody(std::uint32_t chunk) {
+    /// A block's body, and how it runs where it stands. For a loop this holds in every round.
+    struct Body {
+        unsigned chunk;
+        bool isInline;
+    };
+
+    Body bodyOf(std::uint32_t chunk) const {
         const bool atGlobalLevel = engine_.blockScopes_.size() <= engine_.blockScopeBase_;
-        if (atGlobalLevel && OstrelScript::isInlineEligible(program_, chunk)) {
-            runInline(chunk);
+        return {chunk, atGlobalLevel && OstrelScript::isInlineEligible(program_, chunk)};
+    }
+
+    void runBody(const Body& body) {
+        if (body.isInline) {
+            runInline(body.chunk);
             return;
         }
         const bool outer = std::exchange(inlined_, false);
-        runChunk(chunk);
+        runChunk(body.chunk);
         inlined_ = outer;
     }
 
@@ -195,25 +208,27 @@ private:
             const bool taken = branch.isElse || engine_.evaluateCondition(line, name);
             if (engine_.shouldAbortForSoftRaisedError()) return;
             if (taken) {
-                runBody(branch.bodyChunk);
+                runBody(bodyOf(branch.bodyChunk));
                 return;
             }
         }
     }
 
     void runWhile(const BytecodeWhileLoop& loop) {
+        const Body body = bodyOf(loop.bodyChunk);
         while (true) {
             const ParsedScriptLine& line = enterLine(loop.line);
             engine_.countStep();
             if (!engine_.evaluateCondition(line, "while") || engine_.shouldAbortForSoftRaisedError()) return;
-            runBody(loop.bodyChunk);
+            runBody(body);
             if (engine_.endsLoop(signal_)) return;
         }
     }
 
     void runRepeat(const BytecodeRepeatLoop& loop) {
+        const Body body = bodyOf(loop.bodyChunk);
         while (true) {
-            runBody(loop.bodyChunk);
+            runBody(body);
             if (engine_.endsLoop(signal_)) return;
             const ParsedScriptLine& line = enterLine(loop.line);
             engine_.countStep();
@@ -223,7 +238,7 @@ private:
 
     void runFor(const BytecodeForLoop& loop, bool isNumeric) {
         const ParsedScriptLine& line = enterLine(loop.line);
-        const auto body = [this, &loop] { runBody(loop.bodyChunk); };
+        const auto body = [this, body = bodyOf(loop.bodyChunk)] { runBody(body); };
         if (isNumeric)
             engine_.runNumericFor(line, signal_, body);
         else
