@@ -87,6 +87,9 @@ struct BytecodeFunctionDecl {
 /// What is remembered of a chunk's fitness for the inline runner.
 enum class InlineEligibility : std::uint8_t { Unknown = 0, No = 1, Yes = 2 };
 
+/// What is remembered of a chunk's statements. A plain chunk cannot leave anything in a block scope, so it needs none.
+enum class ChunkShape : std::uint8_t { Unknown = 0, General = 1, Plain = 2 };
+
 /// Held by shared pointer wherever it runs: callables that were declared from it keep it alive.
 struct BytecodeProgram {
     std::uint16_t version = bytecodeVersion;
@@ -103,6 +106,7 @@ struct BytecodeProgram {
     std::vector<BytecodeNestBlock> nestBlocks;
     std::vector<BytecodeFunctionDecl> functions;
     std::vector<InlineEligibility> inlineEligibility; // one per chunk, grown on demand; never stored in a file
+    std::vector<ChunkShape> chunkShapes;              // the same
 };
 
 /// Rewrites where a loaded program says it came from: its path, the directory before the last slash or backslash, and

@@ -171,25 +171,68 @@ private:
     // Bodies
     // -----------------------------------------------------------------------------------------------------------------
 
+    /// How a block's body runs: as a chunk with a scope of its own, inline, or plainly one level deeper.
+    enum class BodyRoad : std::uint8_t { Chunk, Inline, Plain };
+
     /// A block's body, and how it runs where it stands. For a loop this holds in every round.
     struct Body {
         unsigned chunk;
-        bool isInline;
+        BodyRoad road;
     };
 
     Body bodyOf(std::uint32_t chunk) const {
         const bool atGlobalLevel = engine_.blockScopes_.size() <= engine_.blockScopeBase_;
-        return {chunk, atGlobalLevel && OstrelScript::isInlineEligible(program_, chunk)};
+        if (atGlobalLevel && OstrelScript::isInlineEligible(program_, chunk)) return {chunk, BodyRoad::Inline};
+        return {chunk, isPlain(chunk) ? BodyRoad::Plain : BodyRoad::Chunk};
     }
 
     void runBody(const Body& body) {
-        if (body.isInline) {
+        if (body.road == BodyRoad::Inline) {
             runInline(body.chunk);
             return;
         }
         const bool outer = std::exchange(inlined_, false);
-        runChunk(body.chunk);
+        if (body.road == BodyRoad::Plain)
+            runPlain(body.chunk);
+        else
+            runChunk(body.chunk);
         inlined_ = outer;
+    }
+
+    /// A plain chunk has no labels either, so nobody misses it among those that run.
+    void runPlain(unsigned chunkIndex) {
+        const BytecodeChunk& chunk = program_.chunks[chunkIndex];
+        const BlockDepthGuard depth(engine_, chunk.isNested ? 1 : 0);
+        runInstructions(chunkIndex, chunk.firstInstruction);
+    }
+
+    bool isPlain(unsigned chunkIndex) const {
+        if (chunkIndex >= program_.chunks.size()) return false;
+        if (program_.chunkShapes.size() < program_.chunks.size())
+            program_.chunkShapes.resize(program_.chunks.size(), ChunkShape::Unknown);
+        ChunkShape& shape = program_.chunkShapes[chunkIndex];
+        if (shape == ChunkShape::Unknown) shape = shapeOf(program_.chunks[chunkIndex]);
+        return shape == ChunkShape::Plain;
+    }
+
+    ChunkShape shapeOf(const BytecodeChunk& chunk) const {
+        if (chunk.hasLocalDeclarations || chunkEnd(chunk) > program_.instructions.size()) return ChunkShape::General;
+        const auto first = program_.instructions.begin() + chunk.firstInstruction;
+        const bool allPlain =
+            std::all_of(first, first + chunk.instructionCount,
+                        [this](const Instruction& instruction) { return isPlainInstruction(instruction); });
+        return allPlain ? ChunkShape::Plain : ChunkShape::General;
+    }
+
+    bool isPlainInstruction(const Instruction& instruction) const {
+        const auto opcode = static_cast<Opcode>(instruction.opcode);
+        if (opcode == Opcode::Return || opcode == Opcode::Break) return true;
+        if (opcode != Opcode::Line && opcode != Opcode::AssignFast) return false;
+        if (instruction.operand >= program_.lines.size()) return false;
+        const LinePlan& plan = *program_.lines[instruction.operand].plan;
+        if (plan.form == StatementForm::Call) return true;
+        return plan.form != StatementForm::General && plan.scopeTarget == ScopeTarget::None &&
+               plan.targets[0].name.explicitScope != ExplicitScope::Block;
     }
 
     /// Runs a body that needs no scope of its own without entering a chunk.

@@ -84,6 +84,9 @@ struct ScriptCallable {
     std::uint8_t isGlobalDeclared =
         1; // declared without `local` or `native`; a snapshot stores and gives back the byte
 
+    /// True for a script's function that is called with one value for each parameter and nothing more.
+    bool hasFixedParameters() const { return !isNative && !isCoroutine && !isVariadic && !isLoadedChunk; }
+
     LibraryFunction libraryFunction = nullptr; // set for functions of the library
     HostFunction nativeFunction;               // set for functions of the host
     std::string name;                          // for messages: the declared or the qualified native name

@@ -110,7 +110,20 @@ FastScalarValue OstrelScript::callScript(ScriptCallable& callable, const Variabl
     const CallGuard guard(*this, callable);
     pushFrame();
     bindParameters(callable, arguments, count);
+    return runCallable(callable, boxed);
+}
 
+FastScalarValue OstrelScript::callBound(const ScriptCallable& callable, std::size_t base, Variable& boxed) {
+    checkNativeStack();
+    const DepthGuard depth(callDepth_);
+    const CallGuard guard(*this, callable, base);
+    callFrames_.push_back(base);
+    for (std::size_t i = 0; i < callable.parameters.size(); ++i)
+        nameInFrame(bindings_[base + i], callable.parameters[i]);
+    return runCallable(callable, boxed);
+}
+
+FastScalarValue OstrelScript::runCallable(const ScriptCallable& callable, Variable& boxed) {
     FastScalarValue scalar;
     if (callable.fastBody != FastBody::None) {
         blockDepth_ += callable.runsDeeper ? 1 : 0;

@@ -11,6 +11,7 @@
 
 #include "script/numeric_operation.h"
 #include "script/ostrel_script.h"
+#include "script/scope_guard.h"
 
 #include <array>
 
@@ -201,6 +202,7 @@ private:
             function = callee.boxed->asFunction();
         }
         const auto count = static_cast<std::size_t>(node.intValue);
+        if (function->hasFixedParameters()) return callBound(node, *function, count, boxed);
         switch (count) {
         case 0: return callWith(node, *function, nullptr, 0, boxed);
         case 1: {
@@ -221,6 +223,25 @@ private:
             return callWith(node, *function, arguments.data(), count, boxed);
         }
         }
+    }
+
+    /// Evaluates the arguments where the callee's frame will have them. No name leads to them before all are there.
+    FastScalarValue callBound(const FastNode& node, const ScriptCallable& function, std::size_t count,
+                              Variable& boxed) {
+        const std::size_t parameters = function.parameters.size();
+        const ScopeGuard scopes(engine_);
+        const std::size_t base = engine_.bindings_.size();
+        for (std::size_t i = 0; i < count; ++i) {
+            const FastNodeIndex argument = expression_.arguments[static_cast<std::size_t>(node.right) + i];
+            Variable unwanted;
+            Variable& place = i < parameters ? engine_.bindings_.pushUnnamed().value : unwanted;
+            const FastScalarValue scalar = evaluate(argument, place);
+            if (scalar.isValid()) assignFastScalarToVariable(place, scalar);
+            if (aborted(at(argument))) return makeFastScalarNil();
+        }
+        for (std::size_t i = count; i < parameters; ++i) engine_.bindings_.pushUnnamed();
+        setToken(node);
+        return engine_.callBound(function, base, boxed);
     }
 
     /// Evaluates the arguments into their places and calls.

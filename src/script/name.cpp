@@ -42,18 +42,21 @@ Binding*& newestOf(const Binding& binding) {
 void BindingStack::popTo(std::size_t size) {
     while (size_ > size) {
         Binding& binding = (*this)[--size_];
-        newestOf(binding) = binding.shadowed;
+        if (binding.name != nullptr) newestOf(binding) = binding.shadowed;
         binding.value.setNil();
     }
 }
 
 void BindingStack::unlink() {
-    for (std::size_t i = size_; i > 0; --i) newestOf((*this)[i - 1]) = (*this)[i - 1].shadowed;
+    for (std::size_t i = size_; i > 0; --i) {
+        Binding& binding = (*this)[i - 1];
+        if (binding.name != nullptr) newestOf(binding) = binding.shadowed;
+    }
 }
 
 void BindingStack::link() {
     for (std::size_t i = 0; i < size_; ++i) {
         Binding& binding = (*this)[i];
-        binding.shadowed = std::exchange(newestOf(binding), &binding);
+        if (binding.name != nullptr) binding.shadowed = std::exchange(newestOf(binding), &binding);
     }
 }

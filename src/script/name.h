@@ -23,7 +23,7 @@ struct Name;
 /// A variable in a block scope or a call frame. Bindings live on a stack and are linked from newest to oldest.
 struct Binding {
     Variable value;
-    Name* name = nullptr;
+    Name* name = nullptr;        // null while the value of an argument waits for the others
     Binding* shadowed = nullptr; // the binding of the same name and kind that this one hides
     std::uint32_t block = 0;     // for block scopes: the scope's position in the stack of block scopes
     bool inFrame = false;        // in a call frame, not in a block scope
@@ -48,6 +48,12 @@ public:
     Binding& push() {
         if (size_ == blocks_.size() * blockSize) blocks_.push_back(std::make_unique<Binding[]>(blockSize));
         return (*this)[size_++];
+    }
+    /// A binding that no name leads to yet.
+    Binding& pushUnnamed() {
+        Binding& binding = push();
+        binding.name = nullptr;
+        return binding;
     }
     /// Unlinks and clears the newest bindings until `size` are left.
     void popTo(std::size_t size);

@@ -288,11 +288,14 @@ private:
     /// A new binding in the newest frame, its value nil.
     Binding& bindInFrame(Name* name) {
         Binding& binding = bindings_.push();
+        nameInFrame(binding, name);
+        return binding;
+    }
+    static void nameInFrame(Binding& binding, Name* name) {
         binding.name = name;
         binding.shadowed = name->newestInFrames;
         binding.inFrame = true;
         name->newestInFrames = &binding;
-        return binding;
     }
 
     // statements.cpp, declarations.cpp, loops.cpp
@@ -377,6 +380,10 @@ private:
 
     // calls.cpp
     FastScalarValue callScript(ScriptCallable& callable, const Variable* arguments, std::size_t count, Variable& boxed);
+    /// Calls a function whose arguments are the bindings above `base`, one for each parameter.
+    FastScalarValue callBound(const ScriptCallable& callable, std::size_t base, Variable& boxed);
+    /// Runs the body; its frame is there.
+    FastScalarValue runCallable(const ScriptCallable& callable, Variable& boxed);
     void enterLoadedChunk(ScriptCallable& chunk, std::size_t argumentCount) const;
     /// A call whose result may come back as a scalar; `boxed` holds it otherwise. The caller keeps the function alive.
     FastScalarValue callDual(const Variable& callable, const Variable* arguments, std::size_t count, Variable& boxed);

@@ -10,8 +10,10 @@
 /// Takes off every block scope, call frame and binding that was pushed since it was made.
 class ScopeGuard {
 public:
-    explicit ScopeGuard(OstrelScript& engine)
-        : engine_(engine), bindings_(engine.bindings_.size()), blocks_(engine.blockScopes_.size()),
+    explicit ScopeGuard(OstrelScript& engine) : ScopeGuard(engine, engine.bindings_.size()) {}
+    /// The same, and takes off the bindings above `bindings` that are there already.
+    ScopeGuard(OstrelScript& engine, std::size_t bindings)
+        : engine_(engine), bindings_(bindings), blocks_(engine.blockScopes_.size()),
           frames_(engine.callFrames_.size()) {}
     ScopeGuard(const ScopeGuard&) = delete;
     ScopeGuard& operator=(const ScopeGuard&) = delete;
@@ -102,7 +104,10 @@ private:
 class CallGuard {
 public:
     CallGuard(OstrelScript& engine, const ScriptCallable& callable)
-        : engine_(engine), scopes_(engine), source_(engine, callable.sourcePath, callable.sourceDirectory),
+        : CallGuard(engine, callable, engine.bindings_.size()) {}
+    /// @param bindings  how many bindings there were before those of the arguments
+    CallGuard(OstrelScript& engine, const ScriptCallable& callable, std::size_t bindings)
+        : engine_(engine), scopes_(engine, bindings), source_(engine, callable.sourcePath, callable.sourceDirectory),
           position_(engine.position_), varargs_(engine.varargs_.size()), base_(engine.blockScopeBase_),
           depth_(engine.blockDepth_) {
         engine.blockScopeBase_ = engine.blockScopes_.size();
