@@ -467,6 +467,14 @@ private:
 
     void combineBoxed(FastKind kind, const Operand& left, const Operand& right, Variable& boxed,
                       Variable& rightStorage) {
+        const FastScalarValue leftNumber = left.scalar.isValid() ? left.scalar : fastScalarFromVariable(*left.boxed);
+        const FastScalarValue rightNumber =
+            right.scalar.isValid() ? right.scalar : fastScalarFromVariable(*right.boxed);
+        if (fastScalarIsNumeric(leftNumber) && fastScalarIsNumeric(rightNumber) && kind != FastKind::Tetration &&
+            kind != FastKind::Pentation) {
+            assignFastScalarToVariable(boxed, combineScalars(kind, leftNumber, rightNumber, boxed));
+            return;
+        }
         // A text that was just made grows in place: a chain of joins builds one string.
         if (kind == FastKind::Add && left.boxed == &boxed && !left.scalar.isValid() && boxed.isString()) {
             if (right.scalar.isValid())
