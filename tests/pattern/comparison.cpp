@@ -3,7 +3,8 @@
 // * "\cX" is the control character of X. libstdc++ matches the letter X itself.
 // * Ends of ranges are compared as unsigned bytes. libstdc++ compares chars, which are signed on some platforms, so
 //   that [a-\xFF] is a fault on one and a range on another.
-// * A number between { and } that is too large is a fault. libstdc++ lets it wrap around, or runs out of states.
+// * A number between { and } that is too large is a fault. libstdc++ lets it wrap around, or runs out of states; the
+//   number of a back reference wraps around, too.
 // * Captures made within a look ahead vanish when the matcher goes back before it. libstdc++ keeps them, so that
 //   (?:(?=(a))b|a) reports a group that took no part in the match, and a back reference finds it.
 // * Within a look ahead, "^", "\b" and "\B" see the same text as outside. libstdc++ takes the place where the look
@@ -33,6 +34,8 @@ constexpr std::size_t maxWays = 7;        // loops and alternatives together, wh
 constexpr std::size_t nestedSubject = 10; // bytes; longer ones may, when loops stand within loops
 constexpr std::size_t maxCountDigits = 2; // of a number between { and }: std::regex writes all copies out
 
+constexpr std::size_t maxReferenceDigits = 9;
+
 using Spans = std::vector<Span>; // of one match
 
 bool has(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
@@ -59,6 +62,16 @@ bool hasLongCount(std::string_view source) {
             digits = c == ',' ? 0 : digits + 1;
             if (digits > maxCountDigits) return true;
         }
+    }
+    return false;
+}
+
+/// A back reference whose number overflows in libstdc++.
+bool hasLongReference(std::string_view source) {
+    for (std::size_t at = source.find('\\'); at != std::string_view::npos; at = source.find('\\', at + 1)) {
+        const std::size_t first = at + 1;
+        const std::size_t end = std::min(source.find_first_not_of("0123456789", first), source.size());
+        if (end - first > maxReferenceDigits) return true;
     }
     return false;
 }
@@ -161,7 +174,8 @@ std::string printable(std::string_view bytes) {
 }
 
 std::optional<std::string> differenceFromStandard(std::string_view source, std::string_view subject, bool ignoreCase) {
-    if (mayHaveHighRange(source) || mayHaveControlRange(source) || hasLongCount(source)) return std::nullopt;
+    if (mayHaveHighRange(source) || mayHaveControlRange(source)) return std::nullopt;
+    if (hasLongCount(source) || hasLongReference(source)) return std::nullopt;
     const std::string what =
         "/" + printable(source) + (ignoreCase ? "/i" : "/") + " on \"" + printable(subject) + "\": ";
     const std::optional<std::regex> theirs = standardPattern(source, ignoreCase);
