@@ -94,7 +94,7 @@ private:
 
     static bool isFastAssignment(const LinePlan& plan) {
         return plan.isAssignment && plan.targets.size() == 1 && plan.targets[0].indexRanges.empty() &&
-               plan.valueRanges.size() == 1 && plan.values[0].isValid();
+               plan.valueRanges.size() == 1 && plan.values[0].isValid() && !plan.values[0].givesValue;
     }
 
     std::size_t compileIf(std::size_t i, std::vector<Instruction>& instructions) {

@@ -144,6 +144,8 @@ private:
             ++position_;
             return inner;
         }
+        if (isToken("[")) return readArrayLiteral(depth);
+        if (isToken("{")) return readTableLiteral(depth);
         const std::string& text = tokens_[position_];
         const TokenAnalysis& analysis = analysis_[position_];
         ++position_;
@@ -169,9 +171,9 @@ private:
             node(index).isPlace = true;
             return index;
         }
+        case TokenKind::Varargs: result_.givesValue = true; return add(FastKind::Varargs);
         case TokenKind::Nil: // reached behind an operator that is no boundary of its own
         case TokenKind::Pointer:
-        case TokenKind::Varargs:
         case TokenKind::Other: break;
         }
         return fail();
@@ -196,15 +198,81 @@ private:
         }
         if (!isToken(")")) return fail();
         ++position_;
-        const FastNodeIndex index = add(FastKind::Call, callee);
+        const FastNodeIndex index = addWithArguments(FastKind::Call, callee, arguments);
+        if (!failed_) node(index).calls = true;
+        return index;
+    }
+
+    /// Adds a node that has more than two below it.
+    FastNodeIndex addWithArguments(FastKind kind, FastNodeIndex left, const std::vector<FastNodeIndex>& arguments) {
+        const FastNodeIndex index = add(kind, left);
         if (failed_) return noFastNode;
-        for (const FastNodeIndex argument : arguments)
+        for (const FastNodeIndex argument : arguments) {
             heights_.back() = std::max(heights_.back(), heightOf(argument) + 1);
-        node(index).calls = true;
+            node(index).calls = node(index).calls || calls(argument);
+        }
+        if (heights_.back() > greatestHeight) return fail();
         node(index).right = static_cast<FastNodeIndex>(result_.arguments.size());
         node(index).intValue = static_cast<int>(arguments.size());
         result_.arguments.insert(result_.arguments.end(), arguments.begin(), arguments.end());
         return index;
+    }
+
+    FastNodeIndex readArrayLiteral(unsigned depth) {
+        ++position_;
+        result_.givesValue = true;
+        std::vector<FastNodeIndex> elements;
+        if (!isToken("]")) {
+            while (true) {
+                elements.push_back(readLevel(1, depth + 1));
+                if (failed_) return noFastNode;
+                if (!isToken(",")) break;
+                ++position_;
+            }
+        }
+        if (!isToken("]")) return fail();
+        ++position_;
+        return addWithArguments(FastKind::ArrayLiteral, noFastNode, elements);
+    }
+
+    FastNodeIndex readTableLiteral(unsigned depth) {
+        ++position_;
+        result_.givesValue = true;
+        std::vector<FastNodeIndex> entries; // pairs
+        while (!isToken("}")) {
+            entries.push_back(readEntryKey(depth));
+            if (failed_) return noFastNode;
+            entries.push_back(readLevel(1, depth + 1));
+            if (failed_) return noFastNode;
+            if (isToken("}")) break;
+            if (!isToken(",")) return fail();
+            ++position_;
+        }
+        ++position_;
+        return addWithArguments(FastKind::TableLiteral, noFastNode, entries);
+    }
+
+    bool isKeyMark(std::size_t index) const {
+        return index < last_ && (tokens_[index] == "=" || tokens_[index] == ":");
+    }
+
+    /// A key and its mark; none in front of a positional value.
+    FastNodeIndex readEntryKey(unsigned depth) {
+        if (position_ >= last_) return fail();
+        if (isToken("[")) {
+            ++position_;
+            const FastNodeIndex key = readLevel(1, depth + 1);
+            if (failed_ || !isToken("]") || !isKeyMark(position_ + 1)) return fail();
+            position_ += 2;
+            return add(FastKind::ComputedKey, key);
+        }
+        if (!isKeyMark(position_ + 1)) return noFastNode;
+        const TokenAnalysis& key = analysis_[position_];
+        const bool isBareName = key.isIdentifier && key.explicitScope == ExplicitScope::None;
+        if (!isBareName && key.kind != TokenKind::String) return fail();
+        position_ += 2;
+        result_.strings.emplace_back(isBareName ? key.name->key : key.text);
+        return addInt(FastKind::String, static_cast<int>(result_.strings.size()) - 1);
     }
 
     FastNodeIndex readIndex(FastNodeIndex container, unsigned depth) {

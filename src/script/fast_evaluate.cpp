@@ -9,6 +9,7 @@
 // loops consist of, and behind it the general form. The short form declines before it has done anything that could be
 // seen, so the general form may start from the beginning; it is the definition.
 
+#include "script/literal_entries.h"
 #include "script/numeric_operation.h"
 #include "script/ostrel_script.h"
 #include "script/scope_guard.h"
@@ -45,6 +46,9 @@ public:
         case FastKind::Length: return evaluateLength(node, boxed);
         case FastKind::And:
         case FastKind::Or: return evaluateShortCircuit(node, boxed);
+        case FastKind::ArrayLiteral: return evaluateArrayLiteral(node, boxed);
+        case FastKind::TableLiteral: return evaluateTableLiteral(node, boxed);
+        case FastKind::Varargs: boxed = engine_.currentVarargs(); return madeValue();
         default: return evaluateBinary(node, boxed);
         }
     }
@@ -232,7 +236,7 @@ private:
         const ScopeGuard scopes(engine_);
         const std::size_t base = engine_.bindings_.size();
         for (std::size_t i = 0; i < count; ++i) {
-            const FastNodeIndex argument = expression_.arguments[static_cast<std::size_t>(node.right) + i];
+            const FastNodeIndex argument = argumentOf(node, i);
             Variable unwanted;
             Variable& place = i < parameters ? engine_.bindings_.pushUnnamed().value : unwanted;
             const FastScalarValue scalar = evaluate(argument, place);
@@ -255,7 +259,7 @@ private:
     /// False if a soft error came up on the way.
     bool evaluateArguments(const FastNode& node, Variable* arguments, std::size_t count) {
         for (std::size_t i = 0; i < count; ++i) {
-            const FastNodeIndex argument = expression_.arguments[static_cast<std::size_t>(node.right) + i];
+            const FastNodeIndex argument = argumentOf(node, i);
             const FastScalarValue scalar = evaluate(argument, arguments[i]);
             if (scalar.isValid()) assignFastScalarToVariable(arguments[i], scalar);
             if (aborted(at(argument))) return false;
@@ -272,6 +276,61 @@ private:
         setToken(node);
         Variable unreached;
         return engine_.callDual(value, arguments.data(), arguments.size(), unreached);
+    }
+
+    FastNodeIndex argumentOf(const FastNode& node, std::size_t place) const {
+        return expression_.arguments[static_cast<std::size_t>(node.right) + place];
+    }
+
+    void evaluateInto(Variable& place, FastNodeIndex index) {
+        const FastScalarValue scalar = evaluate(index, place);
+        if (scalar.isValid()) assignFastScalarToVariable(place, scalar);
+    }
+
+    FastScalarValue evaluateArrayLiteral(const FastNode& node, Variable& boxed) {
+        const auto count = static_cast<std::size_t>(node.intValue);
+        Elements elements(count);
+        for (std::size_t i = 0; i < count; ++i) {
+            evaluateInto(elements[i], argumentOf(node, i));
+            if (aborted(node)) return makeFastScalarNil();
+        }
+        boxed = makeArray(std::move(elements));
+        return madeValue();
+    }
+
+    FastScalarValue evaluateTableLiteral(const FastNode& node, Variable& boxed) {
+        if (node.intValue == 0) {
+            boxed = makeTable();
+            return madeValue();
+        }
+        LiteralEntries entries;
+        for (std::size_t i = 0; i < static_cast<std::size_t>(node.intValue); i += 2) {
+            const FastNodeIndex keyIndex = argumentOf(node, i);
+            Ref<ScriptText> key;
+            if (keyIndex != noFastNode) {
+                key = evaluateEntryKey(at(keyIndex));
+                if (aborted(node)) return makeFastScalarNil();
+            }
+            Variable value;
+            evaluateInto(value, argumentOf(node, i + 1));
+            if (aborted(node)) return makeFastScalarNil();
+            if (key)
+                entries.add(key, std::move(value));
+            else
+                entries.add(std::move(value));
+        }
+        boxed = entries.take();
+        return madeValue();
+    }
+
+    /// The key's text; null if a soft error came up.
+    Ref<ScriptText> evaluateEntryKey(const FastNode& node) {
+        if (node.kind == FastKind::String) return stringLiteral(node).sharedText();
+        Variable key;
+        evaluateInto(key, node.left);
+        if (aborted(node)) return nullptr;
+        setToken(node);
+        return makeRef<ScriptText>(engine_.keyToString(key));
     }
 
     FastScalarValue evaluateNegation(const FastNode& node, Variable& boxed) {
@@ -500,7 +559,11 @@ private:
 };
 
 FastScalarValue OstrelScript::evaluateFastDual(const FastExpression& expression, Variable& boxed) {
-    return FastEvaluator(*this, expression).evaluate(expression.root, boxed);
+    const FastScalarValue scalar = FastEvaluator(*this, expression).evaluate(expression.root, boxed);
+    if (!expression.givesValue || !scalar.isValid()) [[likely]]
+        return scalar;
+    assignFastScalarToVariable(boxed, scalar);
+    return {};
 }
 
 Variable OstrelScript::evaluateFastExpression(const FastExpression& expression) {

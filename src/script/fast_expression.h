@@ -45,6 +45,11 @@ enum class FastKind : std::uint8_t {
     GreaterOrEqual = 26,
     And = 27,
     Or = 28,
+    // What gives a value and never a scalar; an expression that holds one gives a value as a whole.
+    ArrayLiteral = 29,
+    TableLiteral = 30, // its arguments are pairs: a key, or none for a positional entry, and a value
+    ComputedKey = 31,  // of such a pair: the key is evaluated and made text
+    Varargs = 32,
 };
 
 using FastNodeIndex = std::int32_t;
@@ -57,11 +62,11 @@ struct FastNode {
     ExplicitScope explicitScope = ExplicitScope::None; // of a variable
     std::uint32_t tokenIndex = 0;                      // last token that is read when this node's operation is done
     FastNodeIndex left = noFastNode;                   // operand; container of an index; callee of a call
-    FastNodeIndex right = noFastNode;                  // second operand; key of an index; first argument slot of a call
+    FastNodeIndex right = noFastNode; // second operand; key of an index; first argument slot of a call or literal
     union {
-        int intValue;               // literal; argument count of a call; index into `strings` of a string literal
-        float floatValue;           // literal
-        Name* name;                 // variable
+        int intValue;     // literal; argument count of a call or literal; index into `strings` of a string literal
+        float floatValue; // literal
+        Name* name;       // variable
         mutable std::uint32_t hint; // index: where in its table the key stood last
     };
 
@@ -73,6 +78,7 @@ struct FastExpression {
     std::vector<FastNodeIndex> arguments; // roots of call arguments, call by call
     std::vector<Variable> strings;        // decoded string literals
     FastNodeIndex root = noFastNode;
+    bool givesValue = false; // also if the result is a number: it holds a literal of a container, or `...`
 
     bool isValid() const { return root != noFastNode; }
     const FastNode& node(FastNodeIndex index) const { return nodes[static_cast<std::size_t>(index)]; }
@@ -161,7 +167,7 @@ inline FastScalarValue fastScalarFromVariable(const Variable& variable) {
 }
 
 /// Compiles the tokens from `first` up to but without `last`. The result is invalid if the range holds anything that
-/// the nodes don't have (table and array literals, `...`, pointer literals) or doesn't follow the grammar; faults are
+/// the nodes don't have (pointer literals) or doesn't follow the grammar; faults are
 /// not reported here, because the token evaluator reports them when the line is reached.
 FastExpression compileFastExpressionRange(const std::vector<std::string>& tokens,
                                           const std::vector<TokenAnalysis>& analysis, std::size_t first,

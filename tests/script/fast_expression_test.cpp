@@ -114,8 +114,19 @@ TEST(FastCompile, ACallBelowMarksEveryNodeAbove) {
 }
 
 TEST(FastCompile, GivesUpOnWhatHasNoNodes) {
+    for (const char* text : {"$ff", "$0 == a", "1 or $0", "[$0]", "{k = $0}", "f($0)"})
+        EXPECT_FALSE(Compiled(text).expression.isValid()) << text;
+}
+
+TEST(FastCompile, ALiteralOfAContainerMakesTheWholeAValue) {
+    for (const char* text : {"[]", "{}", "[1][1]", "a + {}", "f({})", "a[[1]]", "...", "f(...)", "1 or []", "#{k = 1}",
+                             "{1, k : 2, 'k' = 3, [a] = 4,}"}) {
+        ASSERT_TRUE(Compiled(text).expression.isValid()) << text;
+        EXPECT_TRUE(Compiled(text).expression.givesValue) << text;
+    }
+    EXPECT_FALSE(Compiled("a[1] + f(b)").expression.givesValue);
     for (const char* text :
-         {"[]", "{}", "[1][1]", "a + {}", "f({})", "a[[1]]", "...", "f(...)", "$ff", "$0 == a", "1 or []"})
+         {"[1,]", "[1 2]", "{,}", "{1 2}", "{[a]}", "{[a] 1}", "{5 = 1}", "{k = }", "{k}}", "{(a) = 1}"})
         EXPECT_FALSE(Compiled(text).expression.isValid()) << text;
 }
 
@@ -423,8 +434,10 @@ public:
 
     std::string expression(int depth) {
         if (depth <= 0) return atom();
-        switch (below(12)) {
+        switch (below(14)) {
         case 0: return atom();
+        case 6: return "[ " + arguments(depth - 1) + " ]";
+        case 7: return tableLiteral(depth - 1);
         case 1: return pick({"-", "!", "#", "+", "not", "- -"}) + " " + expression(depth - 1);
         case 2: return "( " + expression(depth - 1) + " )";
         case 3: return expression(depth - 1) + " [ " + expression(depth - 2) + " ]";
@@ -450,6 +463,19 @@ private:
         std::string text;
         for (int left = below(4); left > 0; --left) text += expression(depth - 1) + (left > 1 ? " , " : "");
         return text;
+    }
+
+    std::string tableLiteral(int depth) {
+        std::string text = "{ ";
+        for (int left = below(4); left > 0; --left) {
+            switch (below(4)) {
+            case 0: text += pick({"k = ", "k : ", "'two words' = ", "\"k\" : ", "end = ", "i#1 = "}); break;
+            case 1: text += "[ " + expression(depth - 1) + pick({" ] = ", " ] : "}); break;
+            default: break;
+            }
+            text += expression(depth - 1) + (left > 1 ? " , " : pick({"", " ,"}));
+        }
+        return text + " }";
     }
 
     std::string atom() {
@@ -625,9 +651,9 @@ TEST(NodesAndTokens, AgreeOnRandomExpressions) {
     for (int i = 0; i < count; ++i) {
         const std::string expression = writer.expression(1 + static_cast<int>(random() % 4));
         const bool isProtected = random() % 3 == 0;
-        // An array literal has no nodes, so whatever stands in one is evaluated by its tokens.
+        // An address has no nodes, so whatever stands beside one is evaluated by its tokens.
         const Outcome byNodes = nodes.run("return " + expression, isProtected);
-        const Outcome byTokens = tokens.run("return [ " + expression + " ] [ 1 ]", isProtected);
+        const Outcome byTokens = tokens.run("return [ " + expression + " , $0 ] [ 1 ]", isProtected);
         ASSERT_TRUE(isSameValue(byNodes.value, byTokens.value))
             << "seed " << seed << ": " << expression << "\n nodes  " << byNodes.value.toString() << "\n tokens "
             << byTokens.value.toString();
@@ -684,7 +710,7 @@ TEST(NodesAndTokens, AgreeOnRandomStatements) {
             if (c == '?' || c == '$') {
                 const std::string expression = writer.expression(c == '?' ? static_cast<int>(random() % 3) : 0);
                 byNodes += expression;
-                byTokens += "[ " + expression + " ] [ 1 ]";
+                byTokens += "[ " + expression + " , $0 ] [ 1 ]";
             } else {
                 const std::string text = c == '@' ? operators[random() % operators.size()] : std::string(1, c);
                 byNodes += text;
@@ -734,7 +760,7 @@ TEST(NodesAndTokens, AChangedOperandIsTheOneThatWasRead) {
           "s < changes ( s )", "( a [ 1 ] ) + changes ( 1 )", "s [ changes ( 2 ) ]", "sum ( i , changes ( i ) )",
           "sum ( i , i + changes ( 0 ) )", "- i + changes ( 1 )", "i <- changes ( 2 )"}) {
         const Outcome byNodes = nodes.run(std::string("return ") + expression, false);
-        const Outcome byTokens = tokens.run(std::string("return [ ") + expression + " ] [ 1 ]", false);
+        const Outcome byTokens = tokens.run(std::string("return [ ") + expression + " , $0 ] [ 1 ]", false);
         EXPECT_EQ(byNodes.value.toString(), byTokens.value.toString()) << expression;
         EXPECT_EQ(byNodes.fault, byTokens.fault) << expression;
     }

@@ -323,7 +323,8 @@ TEST(AssignmentPlan, IndexRangesStandInOrder) {
     EXPECT_EQ(line.plan().targets[0].indexRanges, (Ranges{{2, 3}, {5, 8}, {10, 18}}));
     EXPECT_EQ(rootKind(line.target(0, 0)), FastKind::Integer);
     EXPECT_EQ(rootKind(line.target(0, 1)), FastKind::Add);
-    EXPECT_FALSE(line.target(0, 2).isValid()) << "an array literal has no nodes";
+    EXPECT_EQ(rootKind(line.target(0, 2)), FastKind::Call);
+    EXPECT_FALSE(Planned("a[1][$1] = 5").target(0, 1).isValid()) << "an address has no nodes";
 }
 
 TEST(AssignmentPlan, SeveralTargetsMayHaveIndexes) {
@@ -336,7 +337,8 @@ TEST(AssignmentPlan, SeveralTargetsMayHaveIndexes) {
     EXPECT_EQ(line.plan().targets[2].name.explicitScope, ExplicitScope::Global);
     ASSERT_EQ(line.plan().valueRanges.size(), 2U);
     EXPECT_EQ(rootKind(line.plan().values[0]), FastKind::Call);
-    EXPECT_FALSE(line.plan().values[1].isValid());
+    EXPECT_EQ(rootKind(line.plan().values[1]), FastKind::TableLiteral);
+    EXPECT_FALSE(Planned("a, b = 1, $1").plan().values[1].isValid());
 }
 
 TEST(AssignmentPlan, CommasInsideBracketsSeparateNothing) {
@@ -373,7 +375,7 @@ TEST(LinePlan, AConditionIsCompiledFromTheSecondToken) {
     EXPECT_EQ(rootKind(Planned("elseif a").plan().expression), FastKind::Variable);
     EXPECT_EQ(rootKind(Planned("while true").plan().expression), FastKind::Boolean);
     EXPECT_EQ(rootKind(Planned("until not a").plan().expression), FastKind::LogicalNot);
-    for (const char* text : {"if", "if a b", "if [1]", "if a)", "while", "until", "if a then"})
+    for (const char* text : {"if", "if a b", "if $1", "if a)", "while", "until", "if a then"})
         EXPECT_FALSE(Planned(text).plan().expression.isValid()) << text;
 }
 
@@ -430,8 +432,9 @@ TEST(LinePlan, AReturnHasItsValues) {
     const Planned line("return f(1, 2), [3, 4], x");
     ASSERT_EQ(line.plan().valueRanges.size(), 3U);
     EXPECT_EQ(rootKind(line.plan().values[0]), FastKind::Call);
-    EXPECT_FALSE(line.plan().values[1].isValid());
+    EXPECT_EQ(rootKind(line.plan().values[1]), FastKind::ArrayLiteral);
     EXPECT_EQ(rootKind(line.plan().values[2]), FastKind::Variable);
+    EXPECT_FALSE(Planned("return 1, $1").plan().values[1].isValid());
 }
 
 TEST(LinePlan, ANestMayHaveALabel) {
