@@ -30,10 +30,10 @@ constexpr std::size_t maxMatches = 64;    // compared in one subject
 constexpr std::int64_t maxSteps = 20'000; // of our matcher; std::regex needs more
 constexpr std::size_t maxLoops = 5;       // more may take std::regex very long
 constexpr std::size_t maxNestedLoops = 2;
-constexpr std::size_t maxWays = 7;        // loops and alternatives together, when loops stand within loops
-constexpr std::size_t nestedSubject = 10; // bytes; longer ones may, when loops stand within loops
-constexpr std::size_t maxCountDigits = 2; // of a number between { and }: std::regex writes all copies out
-
+constexpr std::size_t maxWays = 7;              // loops and alternatives together, when loops stand within loops
+constexpr std::size_t nestedSubject = 10;       // bytes; longer ones may, when loops stand within loops
+constexpr std::size_t maxCountDigits = 2;       // of a number between { and }: std::regex writes all copies out
+constexpr std::size_t maxNestedCountDigits = 1; // when loops stand within loops: copies multiply the ways
 constexpr std::size_t maxReferenceDigits = 9;
 
 using Spans = std::vector<Span>; // of one match
@@ -54,13 +54,14 @@ bool mayHaveHighRange(std::string_view source) {
 /// Whether a control character may be the end of a range: the two orders of its ends differ, so one may be a fault.
 bool mayHaveControlRange(std::string_view source) { return has(source, "[") && has(source, "-") && has(source, "\\c"); }
 
-bool hasLongCount(std::string_view source) {
+/// Whether a number between { and } has more than so many digits.
+bool hasLongCount(std::string_view source, std::size_t maxDigits) {
     for (std::size_t at = source.find('{'); at != std::string_view::npos; at = source.find('{', at + 1)) {
         std::size_t digits = 0;
         for (const char c : source.substr(at + 1)) {
             if (c != ',' && std::isdigit(static_cast<unsigned char>(c)) == 0) break;
             digits = c == ',' ? 0 : digits + 1;
-            if (digits > maxCountDigits) return true;
+            if (digits > maxDigits) return true;
         }
     }
     return false;
@@ -93,6 +94,7 @@ bool mayTakeLong(std::string_view source, std::string_view subject) {
         if (has(")*+?}", source.substr(i, 1)) && has(quantifiers, source.substr(i + 1, 1))) ++nested;
     }
     if (loops > maxLoops || nested > maxNestedLoops) return true;
+    if (nested > 0 && hasLongCount(source, maxNestedCountDigits)) return true;
     const std::size_t ways = loops + nested + countOf(source, "|");
     return nested > 0 && (ways > maxWays || subject.size() > nestedSubject);
 }
@@ -175,7 +177,7 @@ std::string printable(std::string_view bytes) {
 
 std::optional<std::string> differenceFromStandard(std::string_view source, std::string_view subject, bool ignoreCase) {
     if (mayHaveHighRange(source) || mayHaveControlRange(source)) return std::nullopt;
-    if (hasLongCount(source) || hasLongReference(source)) return std::nullopt;
+    if (hasLongCount(source, maxCountDigits) || hasLongReference(source)) return std::nullopt;
     const std::string what =
         "/" + printable(source) + (ignoreCase ? "/i" : "/") + " on \"" + printable(subject) + "\": ";
     const std::optional<std::regex> theirs = standardPattern(source, ignoreCase);
