@@ -29,7 +29,7 @@ namespace {
 constexpr std::size_t maxMatches = 64;    // compared in one subject
 constexpr std::int64_t maxSteps = 20'000; // of our matcher; std::regex needs more
 constexpr std::size_t maxLoops = 5;       // more may take std::regex very long
-constexpr std::size_t maxNestedLoops = 2;
+constexpr std::size_t maxNestedLoops = 1;
 constexpr std::size_t maxWays = 7;              // loops and alternatives together, when loops stand within loops
 constexpr std::size_t nestedSubject = 10;       // bytes; longer ones may, when loops stand within loops
 constexpr std::size_t maxCountDigits = 2;       // of a number between { and }: std::regex writes all copies out
