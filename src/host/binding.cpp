@@ -18,6 +18,21 @@ std::vector<Variable> withLastTakenApart(const std::vector<Variable>& values) {
     return all;
 }
 
+/// Puts a native function for each entry into a table.
+void addEntries(Table& table, std::string_view name, std::span<const ModuleEntry> entries) {
+    for (const ModuleEntry& entry : entries) {
+        std::string qualifiedName = std::string(name) + "." + entry.key;
+        const auto call = [function = entry.function, anyValuePosition = entry.anyValuePosition,
+                           qualifiedName](const std::vector<Variable>& values) {
+            if (!values.empty() && values.back().isMulti() && values.size() - 1 != anyValuePosition) {
+                return function(Arguments(qualifiedName, withLastTakenApart(values)));
+            }
+            return function(Arguments(qualifiedName, values));
+        };
+        table.findOrAdd(engine.internText(entry.key)) = engine.makeNativeCallable(call, std::move(qualifiedName));
+    }
+}
+
 } // namespace
 
 void bindingError(std::string_view function, const std::string& message) {
@@ -55,16 +70,15 @@ const Variable& Arguments::at(std::size_t index) const {
 Variable makeModule(std::string_view name, std::span<const ModuleEntry> entries) {
     auto table = makeRef<Table>();
     table->reserve(entries.size());
-    for (const ModuleEntry& entry : entries) {
-        std::string qualifiedName = std::string(name) + "." + entry.key;
-        const auto call = [function = entry.function, anyValuePosition = entry.anyValuePosition,
-                           qualifiedName](const std::vector<Variable>& values) {
-            if (!values.empty() && values.back().isMulti() && values.size() - 1 != anyValuePosition) {
-                return function(Arguments(qualifiedName, withLastTakenApart(values)));
-            }
-            return function(Arguments(qualifiedName, values));
-        };
-        table->findOrAdd(engine.internText(entry.key)) = engine.makeNativeCallable(call, std::move(qualifiedName));
-    }
+    addEntries(*table, name, entries);
     return table;
+}
+
+void extendModule(const std::string& name, std::span<const ModuleEntry> entries) {
+    const Variable known = engine.pullVariable(name);
+    if (known.isTable()) {
+        addEntries(*known.asTable(), name, entries);
+    } else {
+        engine.pushVariable(name, makeModule(name, entries));
+    }
 }

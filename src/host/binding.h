@@ -73,3 +73,6 @@ struct ModuleEntry {
 
 /// A table of native functions. Each knows itself as `name` + "." + its key.
 Variable makeModule(std::string_view name, std::span<const ModuleEntry> entries);
+/// Adds functions to the global table `name`, or publishes them as one. A table may so be made by several files; of
+/// two entries with one key the later one stands.
+void extendModule(const std::string& name, std::span<const ModuleEntry> entries);

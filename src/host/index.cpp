@@ -21,7 +21,9 @@ void registerFunctions() {
     if (wm_has_window() != 0) registerMetalTable();
     registerSailfishTable();
     registerOstrelTable();
+    registerUnavailableTables();
     registerPlushTable();
+    registerUnavailablePlushEntries();
     registerGlobalHelpers();
     registerConstants();
     publishInputGlobals();

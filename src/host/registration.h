@@ -8,3 +8,7 @@ void registerOstrelTable();   // the host itself
 void registerPlushTable();    // images
 void registerGlobalHelpers(); // functions without a table
 void registerConstants();
+
+// Keys without a feature behind them yet. The second call completes the table of images when that has its own keys.
+void registerUnavailableTables();
+void registerUnavailablePlushEntries();

@@ -31,7 +31,11 @@ Plush["threads"](threads)
 
 @@ The sound of a revealed letter.
 if MIXER_ENABLED and Audio ~= not
-    click = Audio["open"](Ostrel["getPath"]() + "../Resources/package/audio/click.wav")
+    local opened
+    opened, click = pcall(Audio["open"], Ostrel["getPath"]() + "../Resources/package/audio/click.wav")
+    if not opened
+        click = not
+    end
 end
 
 debuglog = ""

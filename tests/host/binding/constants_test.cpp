@@ -201,37 +201,4 @@ TEST_F(Constants, RegisteringAgainRestoresThem) {
     EXPECT_EQ(engine.pullVariable("OSTREL_SCREEN_X").asInt(), 960);
 }
 
-TEST_F(Constants, TheTablesAreThereWithTheirKeys) {
-    struct NativeTable {
-        const char* name;
-        std::vector<const char*> keys;
-    };
-    const std::vector<NativeTable> tables = {
-        {"Metal",
-         {"renderImage", "updateInput", "forceUpdate", "getTitle", "getWindow", "clearTouchBar", "setTouchBarButton",
-          "setTouchBarButtonImage", "setTitle", "clearBuffer", "checkClose", "killWindow", "spawnWindow"}},
-        {"Sailfish", {"key", "orientation"}},
-        {"Ostrel",
-         {"runScript", "getVar", "setVar", "getGlobalTime", "getClock", "sleep", "checkButton", "pushButton",
-          "clearButtons", "checksum", "getPath", "hostLog", "readFile"}},
-        {"Plush",
-         {"threads", "createImage", "checkImage", "getPixel", "setPixel", "saveImage", "blitImage", "killImage",
-          "imageSize", "loadPNG"}},
-    };
-    for (const NativeTable& expected : tables) {
-        const Variable table = engine.pullVariable(expected.name);
-        ASSERT_TRUE(table.isTable()) << expected.name;
-        EXPECT_EQ(table.asTable()->size(), expected.keys.size()) << expected.name;
-        for (const char* key : expected.keys) {
-            const Variable* entry = table.asTable()->find(key);
-            ASSERT_NE(entry, nullptr) << expected.name << "." << key;
-            ASSERT_TRUE(entry->isFunction());
-            EXPECT_EQ(entry->asFunction()->name, std::string(expected.name) + "." + key);
-        }
-    }
-    for (const char* helper : {"add", "dFeet", "dMetres", "calcHeight"}) {
-        EXPECT_TRUE(engine.pullVariable(helper).isFunction()) << helper;
-    }
-}
-
 } // namespace
