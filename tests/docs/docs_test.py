@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""docs_test.py EXECUTABLE [--update]: holds docs/language.md and docs/library.md to what the engine does.
+"""docs_test.py EXECUTABLE [--update]: holds the documents for authors of games to what the engine does.
 
 A fenced block marked `ostrel` is a whole game script. The engine runs it in a game directory of its own, and its
 standard output has to be the `output` block that follows, byte for byte. Where a `fault` block comes behind that, the
@@ -8,6 +8,7 @@ there. The game's directory reads `my-game` in what is compared.
 
 The headings of library.md name functions and constants. They have to be exactly those that the engine registers and
 the startup library adds; each message of these has to stand in the text, and each message in the text in the engine.
+Those of native-tables.md name what the host registers, and its last section lists the keys without a feature.
 
 With --update the output blocks are rewritten with what the engine gives: read the difference before you commit it.
 """
@@ -22,8 +23,9 @@ import unittest
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 EXECUTABLE = os.path.abspath(sys.argv[1]) if len(sys.argv) > 1 else ''
-DOCUMENTS = ('language', 'library')
+DOCUMENTS = ('language', 'library', 'native-tables')
 LIBRARY = 'docs/library.md'
+NATIVE_TABLES = 'docs/native-tables.md'
 GAME_FOLDERS = ('bin', 'Libraries', 'Resources/package', 'Resources/scripts', 'Resources/volatile')
 GAME_NAME = b'my-game'
 PATIENCE = 60  # seconds that an example may take on a loaded machine
@@ -150,6 +152,9 @@ class Examples(unittest.TestCase):
     def test_of_the_library(self):
         self.check('library')
 
+    def test_of_the_native_tables(self):
+        self.check('native-tables')
+
 
 def update():
     """Rewrites the output and fault blocks, from the last to the first, so that the lines keep their numbers."""
@@ -168,10 +173,10 @@ def update():
 
 # --- The library's names and messages --------------------------------------------------------------------------------
 
-def documented_names():
-    """The names in the headings of the library's document, those of a table's functions with a dot."""
+def documented_names(path=LIBRARY):
+    """The names in the headings of a document, those of a table's functions with a dot."""
     names = []
-    for heading in re.findall(r'^###+ (`.*)$', read(LIBRARY), re.M):
+    for heading in re.findall(r'^###+ (`.*)$', read(path), re.M):
         for signature in re.findall(r'`([^`]+)`', heading):
             name = re.match(r'(\w+)(?:\["(\w+)"\])?', signature)
             names.append('.'.join(filter(None, name.groups())))
@@ -295,6 +300,131 @@ class Library(unittest.TestCase):
                 if not any(fixed in literal for literal in known) and not joined(fixed, known):
                     unknown.append(message)
         self.assertEqual(unknown, [])
+
+
+# --- The native tables -----------------------------------------------------------------------------------------------
+
+UNAVAILABLE = 'not available in this version'
+
+
+def unavailable_names():
+    """The keys that the document lists as being without a feature."""
+    section = read(NATIVE_TABLES).split('\n## What is not there yet\n')[1]
+    return ['.'.join(name) for name in re.findall(r'^- `(\w+)\["(\w+)"\]\(', section, re.M)]
+
+
+def helper_names():
+    """The host's functions without a table."""
+    return re.findall(r'^    publish\("(\w+)",', read('src/host/global_helpers.cpp'), re.M)
+
+
+def asked_of(tables, question):
+    """What the engine answers about every key of these tables: lines of words."""
+    script = ''.join('for place, key in ipairs(keys(%s))\n    %s\nend\n' % (table, question.replace('TABLE', table))
+                     for table in tables)
+    output, errors, status = play(script)
+    if errors or status:
+        raise AssertionError(errors)
+    return [line.split(' ', 1) for line in output.splitlines() if re.match(r'(?:%s)\.\w' % '|'.join(tables), line)]
+
+
+def ranged(first, last):
+    """The names from one to another: `TMP0` to `TMP9`, `KEY_A` to `KEY_Z`."""
+    digits = re.fullmatch(r'(.*?)(\d+)', first)
+    if not digits:
+        return [first[:-1] + chr(letter) for letter in range(ord(first[-1]), ord(last[-1]) + 1)]
+    end = int(last[len(digits.group(1)):])
+    return [digits.group(1) + str(number) for number in range(int(digits.group(2)), end + 1)]
+
+
+def documented_globals():
+    """The globals that the rows of the document's lists name, in the first column or in code behind it."""
+    names = set()
+    for row in re.findall(r'^\| `(.*)$', read(NATIVE_TABLES), re.M):
+        row = '`' + row
+        for first, last in re.findall(r'`(\w+)` to `(\w+)`', row):
+            names.update(ranged(first, last))
+        names.update(re.findall(r'`(\w+)`', row))
+    return names
+
+
+def published_globals():
+    """The constants and input globals, read off the sources."""
+    constants = read('src/host/constants.cpp')
+    names = set(re.findall(r'^ +(?:publish\(\{)?\{"(\w+)",', constants, re.M) +
+                re.findall(r' \{"(\w+)", -?\w+\}', constants) + re.findall(r'publishQuery\("(\w+)"', constants))
+    slots = re.search(r'renderSlots = (\d+)', constants).group(1)
+    for prefix, first, last in re.findall(r'publish(?:Numbered|Counted)\("(\w+)", (\d+), (\w+),', constants):
+        names.update(ranged(prefix + first, prefix + last.replace('renderSlots', slots)))
+    inputs = read('src/host/input_globals.cpp')
+    names.update(re.findall(r'"(OSTREL_MOUSE_\w+)"', inputs))
+    buttons = re.search(r'touchBarButtons = (\d+)', inputs).group(1)
+    names.update(ranged('OSTREL_TOUCHBAR_1', 'OSTREL_TOUCHBAR_' + buttons))
+    keys = re.search(r'publishedKeys = \{\{(.*?)\}\};', read('src/host/presentation.cpp'), re.S).group(1)
+    names.update('OSTREL_KEY_' + name for name in re.findall(r'"(\w+)"', keys))
+    return names
+
+
+class NativeTables(unittest.TestCase):
+    maxDiff = None
+
+    def setUp(self):
+        self.described = documented_names(NATIVE_TABLES)
+        self.unavailable = unavailable_names()
+        names = self.described + self.unavailable
+        self.tables = sorted({name.split('.')[0] for name in names if '.' in name})
+
+    def test_documents_no_name_twice(self):
+        names = self.described + self.unavailable
+        self.assertEqual(sorted(names), sorted(set(names)))
+
+    def test_documents_every_key_and_no_other(self):
+        self.assertEqual(self.tables, sorted(['Metal', 'Sailfish', 'Ostrel', 'Ruby', 'Lua', 'Audio', 'AI', 'Font',
+                                              'Jade', 'Plush']))
+        replaced = {'Metal.forceUpdate'}  # native, and wrapped by the startup library
+        found = {line[0] for line in asked_of(self.tables, 'print("TABLE." + key)')}
+        self.assertGreater(len(found), 100)
+        keys = {name for name in self.described + self.unavailable if '.' in name}
+        self.assertEqual(sorted(keys), sorted(found - (startup_names() - replaced)))
+
+    def test_lists_exactly_what_is_not_there_yet(self):
+        own = startup_names()
+        question = 'ok, message = pcall(TABLE[key])\n    if not ok ; print("TABLE." + key, message) ; end'
+        answers = [line for line in asked_of(self.tables, question) if line[0] not in own]
+        missing = [line[0] for line in answers if line[-1] == '%s: %s' % (line[0], UNAVAILABLE)]
+        self.assertEqual(sorted(self.unavailable), sorted(missing))
+
+    def test_documents_every_global_function(self):
+        self.assertEqual(sorted(name for name in self.described if '.' not in name), sorted(helper_names()))
+
+    def test_documents_every_constant_and_input_global(self):
+        published = published_globals()
+        self.assertGreater(len(published), 200, 'the sources are not read as they are written')
+        self.assertEqual(sorted(published), sorted(documented_globals()))
+
+    def test_documents_no_message_that_is_not_there(self):
+        known = set()
+        for text in sources('src/host', '.cpp', '.h'):
+            known.update(literals(text))
+        paragraphs = re.findall(r'^Errors?: (.*?)(?:\n\n|\Z)', read(NATIVE_TABLES), re.M | re.S)
+        unknown = []
+        for message in re.findall(r'`([^`]+)`', '\n'.join(paragraphs)):
+            pieces = PLACEHOLDERS.split(message)
+            named = re.sub(r'^\w+ must be', ' must be', message)  # the parameter's name is put before it
+            if not all(piece in known or piece == '' for piece in pieces) and named not in known and \
+                    message not in known:
+                unknown.append(message)
+        self.assertEqual(unknown, [])
+
+    def test_documents_every_message(self):
+        document = PLACEHOLDERS.sub('', read(NATIVE_TABLES))
+        messages = set()
+        for text in sources('src/host', '.cpp'):
+            for arguments in calls(text, r'fail|bindingError|requireCount'):
+                messages.update(literals(arguments))
+        messages = {message for message in messages if len(message.strip()) > 3}
+        self.assertGreater(len(messages), 10, 'the sources are not read as they are written')
+        self.assertEqual(sorted(message for message in messages if message not in document), [])
 
 
 def anchors(document):
