@@ -5,7 +5,7 @@
 
 Every program stands in programs/ once per language and prints the same text in all of them; a program whose output
 differs is not timed but reported. Each round runs every engine once, so that a busy machine slows all of them alike;
-the time of an engine is its fastest round, and its start-up (the time of an empty program) is taken off.
+the time of an engine is the processor time of its fastest round, and its start-up (an empty program) is taken off.
 """
 import argparse
 import math
@@ -14,11 +14,22 @@ import shutil
 import subprocess
 import sys
 import tempfile
-import time
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 PROGRAMS = os.path.join(HERE, 'programs')
 DEFAULT_EXE = os.path.join(HERE, '..', '..', 'build', 'linux', 'game', 'bin', 'Velmaris')
+
+
+def timed(command, directory=None):
+    """Processor seconds and output of one run of a command."""
+    child = subprocess.Popen(command, stdout=subprocess.PIPE, stdin=subprocess.DEVNULL, cwd=directory)
+    output = child.stdout.read().decode().strip()
+    child.stdout.close()
+    _, status, usage = os.wait4(child.pid, 0)
+    child.returncode = os.waitstatus_to_exitcode(status)
+    if child.returncode != 0:
+        raise subprocess.CalledProcessError(child.returncode, command)
+    return usage.ru_utime + usage.ru_stime, output
 
 
 class Engine:
@@ -28,10 +39,8 @@ class Engine:
         self.name, self.suffix, self.command = name, suffix, command
 
     def run(self, path):
-        """Seconds and output of one run."""
-        start = time.perf_counter()
-        done = subprocess.run(self.command + [path], stdout=subprocess.PIPE, check=True, stdin=subprocess.DEVNULL)
-        return time.perf_counter() - start, done.stdout.decode().strip()
+        """Processor seconds and output of one run."""
+        return timed(self.command + [path])
 
 
 class Velmaris(Engine):
@@ -47,10 +56,7 @@ class Velmaris(Engine):
 
     def run(self, path):
         shutil.copy(path, os.path.join(self.root, 'Resources/scripts/visual-novel.os'))
-        start = time.perf_counter()
-        done = subprocess.run([self.exe], stdout=subprocess.PIPE, check=True, stdin=subprocess.DEVNULL,
-                              cwd=os.path.dirname(self.exe))
-        return time.perf_counter() - start, done.stdout.decode().strip()
+        return timed([self.exe], os.path.dirname(self.exe))
 
 
 def available(name, suffix, command):
@@ -85,14 +91,14 @@ def main():
         for _ in range(options.rounds):
             for engine in engines:
                 seconds, outputs[engine] = engine.run(os.path.join(PROGRAMS, name + engine.suffix))
-                best[engine] = min(best.get(engine, math.inf), seconds - base[engine])
+                best[engine] = min(best.get(engine, math.inf), max(seconds - base[engine], 1e-4))
         if len(set(outputs.values())) != 1:
             print('%s: outputs differ: %s' % (name, {e.name: o for e, o in outputs.items()}), file=sys.stderr)
             failed = True
             continue
         cells = ['%.1f' % (best[ours] * 1000)]
         for peer in peers:
-            ratio = best[ours] / max(best[peer], 1e-6)
+            ratio = best[ours] / best[peer]
             logs[peer].append(math.log(ratio))
             cells += ['%.1f' % (best[peer] * 1000), '%.2f' % ratio]
         print('| %s | %s |' % (name, ' | '.join(cells)))

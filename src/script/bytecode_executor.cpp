@@ -48,6 +48,21 @@ public:
         }
     }
 
+    /// Runs the body of a function whose call puts every scope back.
+    void runFunction(unsigned chunkIndex) {
+        try {
+            if (chunkIndex >= program_.chunks.size()) throw BytecodeStructureError("Invalid bytecode chunk index");
+            const BytecodeChunk& chunk = program_.chunks[chunkIndex];
+            engine_.blockDepth_ += chunk.isNested ? 1 : 0;
+            if (chunk.hasLocalDeclarations) engine_.pushBlockScope();
+            checkRange(chunk);
+            const ActiveChunkGuard active(engine_, program_, chunkIndex);
+            runInstructions(chunkIndex, chunk.firstInstruction);
+        } catch (const std::exception&) {
+            engine_.rethrowWithPosition();
+        }
+    }
+
 private:
     static std::size_t chunkEnd(const BytecodeChunk& chunk) {
         return static_cast<std::size_t>(chunk.firstInstruction) + chunk.instructionCount;
@@ -359,6 +374,10 @@ void OstrelScript::executeBytecodeChunk(const std::shared_ptr<BytecodeProgram>& 
                                         BlockSignal& signal, Variable& result, std::size_t startInstruction) {
     if (!program) throw BytecodeStructureError("Invalid bytecode chunk index");
     ChunkRun(*this, program, signal, result).run(chunk, startInstruction);
+}
+
+void OstrelScript::executeFunctionChunk(const ScriptCallable& callable, BlockSignal& signal, Variable& result) {
+    ChunkRun(*this, callable.program, signal, result).runFunction(callable.chunkIndex);
 }
 
 namespace {

@@ -131,7 +131,7 @@ FastScalarValue OstrelScript::runCallable(const ScriptCallable& callable, Variab
     } else {
         BlockSignal signal;
         if (callable.program) {
-            executeBytecodeChunk(callable.program, callable.chunkIndex, signal, boxed);
+            executeFunctionChunk(callable, signal, boxed);
         } else {
             ++blockDepth_;
             std::size_t line = 0;

@@ -412,7 +412,9 @@ private:
         FastScalarValue right = plainScalar(rightNode);
         if (!right.isValid()) {
             // The left side is a number, so the right one may use the place of the result.
-            const Operand operand = read(node.right, boxed, true);
+            const bool isOperation = rightNode.kind >= FastKind::Call;
+            const Operand operand =
+                isOperation ? Operand{evaluate(node.right, boxed), &boxed} : read(node.right, boxed, true);
             if (aborted(rightNode)) return makeFastScalarNil();
             right = operand.scalar;
             if (!right.isValid()) {

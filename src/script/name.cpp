@@ -39,6 +39,11 @@ Binding*& newestOf(const Binding& binding) {
 
 } // namespace
 
+void BindingStack::addBlock() {
+    blocks_.push_back(std::make_unique<Binding[]>(blockSize));
+    capacity_ += blockSize;
+}
+
 void BindingStack::popTo(std::size_t size) {
     while (size_ > size) {
         Binding& binding = (*this)[--size_];

@@ -46,7 +46,8 @@ public:
     std::size_t size() const { return size_; }
     Binding& operator[](std::size_t index) { return blocks_[index / blockSize][index % blockSize]; }
     Binding& push() {
-        if (size_ == blocks_.size() * blockSize) blocks_.push_back(std::make_unique<Binding[]>(blockSize));
+        if (size_ == capacity_) [[unlikely]]
+            addBlock();
         return (*this)[size_++];
     }
     /// A binding that no name leads to yet.
@@ -62,9 +63,12 @@ public:
     void link();
 
 private:
+    void addBlock();
+
     static constexpr std::size_t blockSize = 256;
     std::vector<std::unique_ptr<Binding[]>> blocks_;
     std::size_t size_ = 0;
+    std::size_t capacity_ = 0; // of all blocks
 };
 
 /// One text for all literals and names that read the same, so that the keys of tables can be told apart by address.

@@ -372,6 +372,8 @@ private:
     /// Only a `return` touches `result`. Without a start it runs from the chunk's first instruction.
     void executeBytecodeChunk(const std::shared_ptr<BytecodeProgram>& program, unsigned chunk, BlockSignal& signal,
                               Variable& result, std::size_t startInstruction = chunkStart);
+    /// The same for the whole body of a function that is being called.
+    void executeFunctionChunk(const ScriptCallable& callable, BlockSignal& signal, Variable& result);
     static constexpr std::size_t chunkStart = ~std::size_t{0};
     static bool isInlineEligible(BytecodeProgram& program, unsigned chunk);
 

@@ -4,4 +4,4 @@ function fib(n)
   end
   return fib(n - 1) + fib(n - 2)
 end
-print(fib(27))
+print(fib(30))

@@ -25,7 +25,7 @@ function multiply(a, b, n)
   end
   return c
 end
-n = 100
+n = 160
 c = multiply(matrix(n, 3), matrix(n, 7), n)
 trace = 0
 for i = 1, n

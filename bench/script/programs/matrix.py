@@ -12,7 +12,7 @@ def multiply(a, b, n):
             row.append(sum)
         c.append(row)
     return c
-n = 100
+n = 160
 c = multiply(matrix(n, 3), matrix(n, 7), n)
 trace = 0
 for i in range(n):

@@ -1,5 +1,5 @@
 value = 0
-for y = 1, 400 do
+for y = 1, 1600 do
   for x = 1, 1000 do
     value = math.max(value, x + y)
   end

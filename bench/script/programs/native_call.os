@@ -1,5 +1,5 @@
 value = 0
-for y = 1, 400
+for y = 1, 1600
   for x = 1, 1000
     value = math["max"](value, x + y)
   end

@@ -30,7 +30,7 @@ function advance(bodies, dt)
     b["z"] = b["z"] + dt * b["vz"]
   end
 end
-for step = 1, 3000
+for step = 1, 12000
   advance(bodies, 0.001)
 end
 print(bodies[1]["x"] < 1.0)

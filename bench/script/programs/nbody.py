@@ -27,6 +27,6 @@ def advance(bodies, dt):
         b["x"] = b["x"] + dt * b["vx"]
         b["y"] = b["y"] + dt * b["vy"]
         b["z"] = b["z"] + dt * b["vz"]
-for step in range(3000):
+for step in range(12000):
     advance(bodies, 0.001)
 print("true" if bodies[0]["x"] < 1.0 else "false")

@@ -1,0 +1,7 @@
+local total = 0
+for i = 1, 200000 do
+  local point = {x = i, y = 2}
+  local list = {i, 2, 3}
+  total = (total + point.x + list[3]) % 1000000
+end
+print(total)

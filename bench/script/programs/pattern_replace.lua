@@ -1,0 +1,5 @@
+local text = string.rep("the quick brown fox 12345 jumps over 678 lazy dogs; ", 8000)
+local a = string.gsub(text, "%d+", "<number>")
+local b = string.gsub(text, "(%a+) (%a+)", "%2 %1")
+local c = string.gsub(text, "[aeiou]", "")
+print(#a + #b + #c)

@@ -1,0 +1,5 @@
+text = string["rep"]("the quick brown fox 12345 jumps over 678 lazy dogs; ", 8000)
+a = string["gsub"](text, "%d+", "<number>")
+b = string["gsub"](text, "(%a+) (%a+)", "\\2 \\1")
+c = string["gsub"](text, "[aeiou]", "")
+print(#a + #b + #c)
