@@ -233,14 +233,16 @@ private:
     FastScalarValue callBound(const FastNode& node, const ScriptCallable& function, std::size_t count,
                               Variable& boxed) {
         const std::size_t parameters = function.parameters.size();
-        const ScopeGuard scopes(engine_);
-        const std::size_t base = engine_.bindings_.size();
+        const BindingsGuard bindings(engine_.bindings_);
+        const std::size_t base = bindings.size();
         for (std::size_t i = 0; i < count; ++i) {
             const FastNodeIndex argument = argumentOf(node, i);
-            Variable unwanted;
-            Variable& place = i < parameters ? engine_.bindings_.pushUnnamed().value : unwanted;
-            const FastScalarValue scalar = evaluate(argument, place);
-            if (scalar.isValid()) assignFastScalarToVariable(place, scalar);
+            if (i < parameters) {
+                evaluateInto(engine_.bindings_.pushUnnamed().value, argument);
+            } else {
+                Variable unwanted;
+                evaluate(argument, unwanted);
+            }
             if (aborted(at(argument))) return makeFastScalarNil();
         }
         for (std::size_t i = count; i < parameters; ++i) engine_.bindings_.pushUnnamed();
@@ -369,7 +371,7 @@ private:
     }
 
     /// Inside an expression only nil and false are false, 0 is not.
-    static bool isTruthyInExpression(const FastScalarValue& value) {
+    static bool isTruthyInExpression(FastScalarValue value) {
         return value.kind == ScalarKind::Boolean ? value.boolValue : value.kind != ScalarKind::Nil;
     }
 
@@ -450,7 +452,7 @@ private:
                                            static_cast<int>(FastKind::Add));
     }
 
-    FastScalarValue combineScalars(FastKind kind, const FastScalarValue& left, const FastScalarValue& right,
+    FastScalarValue combineScalars(FastKind kind, FastScalarValue left, FastScalarValue right,
                                    Variable& boxed) {
         if (left.kind == ScalarKind::Integer && right.kind == ScalarKind::Integer) {
             const int a = left.intValue;
@@ -490,7 +492,7 @@ private:
 
     static unsigned unsignedOf(int number) { return static_cast<unsigned>(number); }
 
-    FastScalarValue combineOtherScalars(FastKind kind, const FastScalarValue& left, const FastScalarValue& right,
+    FastScalarValue combineOtherScalars(FastKind kind, FastScalarValue left, FastScalarValue right,
                                         Variable& boxed) {
         if (kind >= FastKind::Equal) return compare(kind, left, right);
         if (kind == FastKind::Tetration || kind == FastKind::Pentation) {
@@ -502,7 +504,7 @@ private:
         return numericOperation(arithmeticOf(kind), left, right);
     }
 
-    FastScalarValue compare(FastKind kind, const FastScalarValue& left, const FastScalarValue& right) {
+    FastScalarValue compare(FastKind kind, FastScalarValue left, FastScalarValue right) {
         if (!fastScalarIsNumeric(left) || !fastScalarIsNumeric(right))
             return makeFastScalarBool(compareBoxed(kind, fastScalarToVariable(left), fastScalarToVariable(right)));
         if (kind == FastKind::Equal || kind == FastKind::NotEqual)

@@ -123,9 +123,9 @@ inline FastScalarValue makeFastScalarNil() {
     return value;
 }
 
-inline bool fastScalarIsNumeric(const FastScalarValue& value) { return value.kind >= ScalarKind::Integer; }
+inline bool fastScalarIsNumeric(FastScalarValue value) { return value.kind >= ScalarKind::Integer; }
 /// The condition rule of the scalar way: a number is true unless it is 0.
-inline bool fastScalarIsTruthy(const FastScalarValue& value) {
+inline bool fastScalarIsTruthy(FastScalarValue value) {
     switch (value.kind) {
     case ScalarKind::Boolean: return value.boolValue;
     case ScalarKind::Integer: return value.intValue != 0;
@@ -135,7 +135,7 @@ inline bool fastScalarIsTruthy(const FastScalarValue& value) {
 }
 [[noreturn]] void failScalarNotNumeric();
 /// Fails with "Expected a numeric value" for nil.
-inline double fastScalarToDouble(const FastScalarValue& value) {
+inline double fastScalarToDouble(FastScalarValue value) {
     switch (value.kind) {
     case ScalarKind::Integer: return value.intValue;
     case ScalarKind::Float: return static_cast<double>(value.floatValue);
@@ -143,11 +143,11 @@ inline double fastScalarToDouble(const FastScalarValue& value) {
     default: failScalarNotNumeric();
     }
 }
-int fastScalarToInt(const FastScalarValue& value);
-Variable fastScalarToVariable(const FastScalarValue& value);
+int fastScalarToInt(FastScalarValue value);
+Variable fastScalarToVariable(FastScalarValue value);
 
 /// Stores the scalar in `target` without building a Variable.
-inline void assignFastScalarToVariable(Variable& target, const FastScalarValue& value) {
+inline void assignFastScalarToVariable(Variable& target, FastScalarValue value) {
     switch (value.kind) {
     case ScalarKind::Integer: target.setInt(value.intValue); break;
     case ScalarKind::Float: target.setFloat(value.floatValue); break;

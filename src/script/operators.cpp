@@ -59,7 +59,7 @@ bool integerPower(int base, int exponent, int& out) {
     return true;
 }
 
-FastScalarValue power(const FastScalarValue& left, const FastScalarValue& right) {
+FastScalarValue power(FastScalarValue left, FastScalarValue right) {
     const bool integers = left.kind == ScalarKind::Integer && right.kind == ScalarKind::Integer;
     const bool wholeExponent = integers && right.intValue >= 0;
     int exact = 0;
@@ -157,7 +157,7 @@ Variable hyperOperation(const Variable& left, BinaryOperator binaryOperator, con
 
 void failScalarNotNumeric() { throw std::runtime_error("Expected a numeric value"); }
 
-int fastScalarToInt(const FastScalarValue& value) {
+int fastScalarToInt(FastScalarValue value) {
     switch (value.kind) {
     case ScalarKind::Integer: return value.intValue;
     case ScalarKind::Float: return saturateToInt(static_cast<double>(value.floatValue));
@@ -166,14 +166,14 @@ int fastScalarToInt(const FastScalarValue& value) {
     }
 }
 
-Variable fastScalarToVariable(const FastScalarValue& value) {
+Variable fastScalarToVariable(FastScalarValue value) {
     Variable variable;
     assignFastScalarToVariable(variable, value);
     return variable;
 }
 
-FastScalarValue numericOperation(BinaryOperator binaryOperator, const FastScalarValue& left,
-                                 const FastScalarValue& right) {
+FastScalarValue numericOperation(BinaryOperator binaryOperator, FastScalarValue left,
+                                 FastScalarValue right) {
     if (!fastScalarIsNumeric(left) || !fastScalarIsNumeric(right)) failUnsupported(binaryOperator);
     const bool isFloat = left.kind == ScalarKind::Float || right.kind == ScalarKind::Float;
     switch (binaryOperator) {
@@ -209,7 +209,7 @@ FastScalarValue numericOperation(BinaryOperator binaryOperator, const FastScalar
     }
 }
 
-int compareScalars(const FastScalarValue& left, const FastScalarValue& right) {
+int compareScalars(FastScalarValue left, FastScalarValue right) {
     const double leftNumber = fastScalarToDouble(left);
     const double rightNumber = fastScalarToDouble(right);
     if (leftNumber < rightNumber) return -1;

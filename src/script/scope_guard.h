@@ -28,6 +28,22 @@ private:
     std::size_t bindings_, blocks_, frames_; // sizes to return to
 };
 
+/// Takes off every binding that was pushed since it was made.
+class BindingsGuard {
+public:
+    explicit BindingsGuard(BindingStack& bindings) : bindings_(bindings), size_(bindings.size()) {}
+    BindingsGuard(const BindingsGuard&) = delete;
+    BindingsGuard& operator=(const BindingsGuard&) = delete;
+    ~BindingsGuard() {
+        if (bindings_.size() != size_) bindings_.popTo(size_);
+    }
+    std::size_t size() const { return size_; }
+
+private:
+    BindingStack& bindings_;
+    std::size_t size_;
+};
+
 /// Makes a path and a directory the source of what runs, each only if it isn't empty. The strings must outlive it.
 class SourceGuard {
 public:
