@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::size_t hexDigitsOfX = 2;
 constexpr std::size_t hexDigitsOfU = 4;
-constexpr unsigned controlMask = 0x1F; // what the control key leaves of a letter
 constexpr Byte backspace = 8;
 
 Escape byteEscape(Byte byte) { return {Escape::Kind::OneByte, byte, {}, 0}; }
@@ -60,7 +59,7 @@ Escape readCommonEscape(PatternText& text) {
     case 'u': return byteEscape(readHex(text, hexDigitsOfU, "\\u is not followed by four hexadecimal digits"));
     case 'c':
         if (text.atEnd()) throw PatternFault("\\c is not followed by a letter");
-        return byteEscape(static_cast<Byte>(text.next() & controlMask));
+        return byteEscape(text.next()); // the letter itself, as the standard library has it
     default: return byteEscape(byte);
     }
 }

