@@ -1,0 +1,4 @@
+#pragma once
+
+/// Makes the standard streams pass bytes as they are.
+void binaryStandardStreams();
