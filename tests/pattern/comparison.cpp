@@ -102,13 +102,19 @@ std::string textOf(const Spans& spans) {
     return text;
 }
 
-std::optional<std::regex> standardPattern(std::string_view source, bool ignoreCase) {
+/// What the standard library makes of a pattern.
+struct StandardPattern {
+    std::optional<std::regex> compiled;
+    bool isTooLarge = false; // it may be a pattern, but needs more states than libstdc++ allows
+};
+
+StandardPattern standardPattern(std::string_view source, bool ignoreCase) {
     auto flags = std::regex::ECMAScript;
     if (ignoreCase) flags |= std::regex::icase;
     try {
-        return std::regex(std::string(source), flags);
-    } catch (const std::regex_error&) {
-        return std::nullopt;
+        return {std::regex(std::string(source), flags), false};
+    } catch (const std::regex_error& error) {
+        return {std::nullopt, error.code() == std::regex_constants::error_space};
     }
 }
 
@@ -176,7 +182,9 @@ std::optional<std::string> differenceFromStandard(std::string_view source, std::
     if (hasLongCount(source, maxCountDigits) || hasLongReference(source)) return std::nullopt;
     const std::string what =
         "/" + printable(source) + (ignoreCase ? "/i" : "/") + " on \"" + printable(subject) + "\": ";
-    const std::optional<std::regex> theirs = standardPattern(source, ignoreCase);
+    const StandardPattern standard = standardPattern(source, ignoreCase);
+    if (standard.isTooLarge) return std::nullopt;
+    const std::optional<std::regex>& theirs = standard.compiled;
     const std::optional<Pattern> ours = ourPattern(source, ignoreCase);
     if (theirs.has_value() != ours.has_value())
         return what + (theirs ? "std::regex accepts it" : "std::regex rejects it");
