@@ -124,6 +124,25 @@ class Screen:
         self.x.XSendEvent(self.display, ctypes.c_ulong(window), 0, ctypes.c_long(0), ctypes.byref(message))
         self.sync()
 
+    NORMAL_STATE = 1
+    ICONIC_STATE = 3
+
+    def set_state(self, window, state):
+        """Notes on a window what its window manager made of it."""
+        kind = ctypes.c_ulong(self.x.XInternAtom(self.display, b'WM_STATE', 0))
+        data = (ctypes.c_long * 2)(state, 0)
+        self.x.XChangeProperty(self.display, ctypes.c_ulong(window), kind, kind, 32, 0, data, 2)
+
+    def minimise(self, window):
+        self.set_state(window, self.ICONIC_STATE)
+        self.x.XUnmapWindow(self.display, ctypes.c_ulong(window))
+        self.sync()
+
+    def restore(self, window):
+        self.set_state(window, self.NORMAL_STATE)
+        self.x.XMapWindow(self.display, ctypes.c_ulong(window))
+        self.sync()
+
     def press_close_button(self, window):
         self.protocol_message(window, b'WM_DELETE_WINDOW')
 

@@ -1,6 +1,6 @@
 @@ A game that tells what it sees of its player: it prints every change of keys, buttons and mouse until its window is
-@@ closed. Five digit keys are commands: 1 describes a capture, 2 opens the window again, which renames and resizes it,
-@@ 3 sets the title, 4 changes the clear colour, 5 kills the window and opens another.
+@@ closed. Six digit keys are commands: 1 describes a capture, 2 opens the window again, which renames and resizes it,
+@@ 3 sets the title, 4 changes the clear colour, 5 kills the window and opens another, 6 describes a capture in a while.
 width = 320
 height = 180
 Metal["spawnWindow"](width, height, "first title")
@@ -28,6 +28,8 @@ for i = 1, #names
     down[names[i]] = false
 end
 buttons = [false, false, false]
+whileInMilliseconds = 1000
+captureAt = -1
 mouseX = -2
 mouseY = -2
 
@@ -65,6 +67,8 @@ function obey(name)
         Metal["spawnWindow"](200, 100, "fourth title")
         Metal["renderImage"](picture)
         print("replaced")
+    elseif name == "6"
+        captureAt = Ostrel["getGlobalTime"]() + whileInMilliseconds
     end
 end
 
@@ -111,6 +115,10 @@ while open
     Metal["updateInput"]()
     watchMouse()
     watchKeys()
+    if captureAt >= 0 and Ostrel["getGlobalTime"]() >= captureAt
+        captureAt = -1
+        describeCapture()
+    end
     Metal["forceUpdate"]()
     Ostrel["sleep"](10)
     if Metal["checkClose"]()

@@ -284,7 +284,7 @@ class Test:
 
     def every_published_key_goes_down_and_up(self):
         for key in KEYS:
-            if key not in '12345':
+            if key not in '123456':
                 self.tap(key)
 
     def several_keys_are_held_at_once(self):
@@ -389,6 +389,17 @@ class Test:
         self.tap('3', 'title third title')
         self.same(self.await_window('third title'), self.window, 'the window of the third title')
 
+    def a_minimised_window_keeps_its_size_and_picture(self):
+        since = self.tap('6')
+        self.screen.minimise(self.window)
+        self.game.wait_line('captured', since)
+        self.same([l for l in self.game.lines[since:] if l.startswith('size')], ['size 400 300'], 'the size')
+        self.screen.restore(self.window)
+        self.screen.activate(self.window)
+        self.expect_picture((400, 300), SECOND_CLEAR)
+        self.eventually(lambda: self.sees_key('L'), True, 'a key in the restored window')
+        self.point_at_all_edges()
+
     def a_key_held_when_the_focus_is_lost_reads_up_at_once(self):
         self.point_at(100, 100)
         self.screen.xdotool('keydown', KEYS['H'])
@@ -478,6 +489,7 @@ class Test:
                         self.a_tall_window_shows_bars_above_and_below, self.a_small_window_shrinks_the_frame,
                         self.the_clear_colour_changes_bars_and_transparent_pixels,
                         self.spawning_again_renames_and_resizes_the_window, self.the_title_can_be_set_and_read,
+                        self.a_minimised_window_keeps_its_size_and_picture,
                         self.a_key_held_when_the_focus_is_lost_reads_up_at_once,
                         self.keys_of_another_window_are_not_seen, self.keys_are_seen_again_with_the_focus,
                         self.a_killed_window_makes_room_for_another, self.the_close_button_only_asks,
