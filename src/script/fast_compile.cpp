@@ -186,21 +186,26 @@ private:
     }
 
     FastNodeIndex readCall(FastNodeIndex callee, unsigned depth) {
-        ++position_;
-        std::vector<FastNodeIndex> arguments;
-        if (!isToken(")")) {
-            while (true) {
-                arguments.push_back(readLevel(1, depth + 1));
-                if (failed_) return noFastNode;
-                if (!isToken(",")) break;
-                ++position_;
-            }
-        }
-        if (!isToken(")")) return fail();
-        ++position_;
+        const std::vector<FastNodeIndex> arguments = readList(")", depth);
         const FastNodeIndex index = addWithArguments(FastKind::Call, callee, arguments);
         if (!failed_) node(index).calls = true;
         return index;
+    }
+
+    /// From the opening bracket to behind the closing one.
+    std::vector<FastNodeIndex> readList(std::string_view closing, unsigned depth) {
+        ++position_;
+        std::vector<FastNodeIndex> items;
+        if (!isToken(closing)) {
+            while (true) {
+                items.push_back(readLevel(1, depth + 1));
+                if (failed_ || !isToken(",")) break;
+                ++position_;
+            }
+        }
+        if (!isToken(closing)) fail();
+        ++position_;
+        return items;
     }
 
     /// Adds a node that has more than two below it.
@@ -219,19 +224,8 @@ private:
     }
 
     FastNodeIndex readArrayLiteral(unsigned depth) {
-        ++position_;
         result_.givesValue = true;
-        std::vector<FastNodeIndex> elements;
-        if (!isToken("]")) {
-            while (true) {
-                elements.push_back(readLevel(1, depth + 1));
-                if (failed_) return noFastNode;
-                if (!isToken(",")) break;
-                ++position_;
-            }
-        }
-        if (!isToken("]")) return fail();
-        ++position_;
+        const std::vector<FastNodeIndex> elements = readList("]", depth);
         return addWithArguments(FastKind::ArrayLiteral, noFastNode, elements);
     }
 

@@ -452,8 +452,7 @@ private:
                                            static_cast<int>(FastKind::Add));
     }
 
-    FastScalarValue combineScalars(FastKind kind, FastScalarValue left, FastScalarValue right,
-                                   Variable& boxed) {
+    FastScalarValue combineScalars(FastKind kind, FastScalarValue left, FastScalarValue right, Variable& boxed) {
         if (left.kind == ScalarKind::Integer && right.kind == ScalarKind::Integer) {
             const int a = left.intValue;
             const int b = right.intValue;
@@ -492,8 +491,7 @@ private:
 
     static unsigned unsignedOf(int number) { return static_cast<unsigned>(number); }
 
-    FastScalarValue combineOtherScalars(FastKind kind, FastScalarValue left, FastScalarValue right,
-                                        Variable& boxed) {
+    FastScalarValue combineOtherScalars(FastKind kind, FastScalarValue left, FastScalarValue right, Variable& boxed) {
         if (kind >= FastKind::Equal) return compare(kind, left, right);
         if (kind == FastKind::Tetration || kind == FastKind::Pentation) {
             boxed =

@@ -172,8 +172,7 @@ Variable fastScalarToVariable(FastScalarValue value) {
     return variable;
 }
 
-FastScalarValue numericOperation(BinaryOperator binaryOperator, FastScalarValue left,
-                                 FastScalarValue right) {
+FastScalarValue numericOperation(BinaryOperator binaryOperator, FastScalarValue left, FastScalarValue right) {
     if (!fastScalarIsNumeric(left) || !fastScalarIsNumeric(right)) failUnsupported(binaryOperator);
     const bool isFloat = left.kind == ScalarKind::Float || right.kind == ScalarKind::Float;
     switch (binaryOperator) {
