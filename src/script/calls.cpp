@@ -201,11 +201,17 @@ Variable OstrelScript::pcallFunctionFast(const Variable* arguments, std::size_t 
     try {
         Variable result = invokeCallableFast(arguments[0], arguments + 1, count - 1);
         if (isCaughtHere()) return failure({});
-        std::vector<Variable> values{true};
-        if (result.isMulti())
-            values.insert(values.end(), result.asMulti()->values.begin(), result.asMulti()->values.end());
-        else
+        std::vector<Variable> values;
+        if (result.isMulti()) {
+            const std::vector<Variable>& results = result.asMulti()->values;
+            values.reserve(1 + results.size());
+            values.emplace_back(true);
+            values.insert(values.end(), results.begin(), results.end());
+        } else {
+            values.reserve(2);
+            values.emplace_back(true);
             values.push_back(std::move(result));
+        }
         return makeMulti(std::move(values));
     } catch (const std::exception& error) {
         return failure(error.what());

@@ -310,6 +310,7 @@ private:
     [[noreturn]] void failUnknownVariable(const ParsedScriptLine& line);
     void assignCompound(const ParsedScriptLine& line);
     void assignList(const ParsedScriptLine& line);
+    void assignResults(const ParsedScriptLine& line, const Variable& value);
     void assignTarget(const ParsedScriptLine& line, const ParsedAssignmentTarget& target, Variable value);
     void assignIndexed(const TokenAnalysis& name, const std::vector<Variable>& keys, const Variable& value,
                        ScopeTarget scope);

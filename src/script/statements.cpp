@@ -159,6 +159,11 @@ Variable OstrelScript::evaluateValue(const ParsedScriptLine& line, std::size_t i
 
 void OstrelScript::assignList(const ParsedScriptLine& line) {
     const LinePlan& plan = *line.plan;
+    if (plan.valueRanges.size() == 1) {
+        const Variable value = evaluateValue(line, 0);
+        if (!shouldAbortForSoftRaisedError()) assignResults(line, value);
+        return;
+    }
     std::vector<Variable> values;
     for (std::size_t i = 0; i < plan.valueRanges.size(); ++i) {
         Variable value = evaluateValue(line, i);
@@ -171,6 +176,19 @@ void OstrelScript::assignList(const ParsedScriptLine& line) {
     }
     for (std::size_t i = 0; i < plan.targets.size(); ++i) {
         assignTarget(line, plan.targets[i], i < values.size() ? std::move(values[i]) : Variable());
+        if (shouldAbortForSoftRaisedError()) return;
+    }
+}
+
+/// The results of one call to several targets: what a multi value holds, or one value and nil for the others.
+void OstrelScript::assignResults(const ParsedScriptLine& line, const Variable& value) {
+    const LinePlan& plan = *line.plan;
+    const Ref<MultiResult> several = value.isMulti() ? value.asMulti() : nullptr;
+    for (std::size_t i = 0; i < plan.targets.size(); ++i) {
+        if (!several)
+            assignTarget(line, plan.targets[i], i == 0 ? value : Variable());
+        else
+            assignTarget(line, plan.targets[i], i < several->values.size() ? several->values[i] : Variable());
         if (shouldAbortForSoftRaisedError()) return;
     }
 }
