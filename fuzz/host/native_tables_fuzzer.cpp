@@ -110,15 +110,10 @@ public:
         return word;
     }
 
-    /// The arguments, with strings from a list where one is given.
-    Values arguments(const std::vector<std::string>* texts) {
+    Values arguments() {
         Values values;
         std::string word;
-        while (values.size() < mostArguments && words >> word) {
-            Variable value = valueOf(word);
-            if (texts && value.isString()) value = (*texts)[std::hash<std::string>()(word) % texts->size()];
-            values.push_back(std::move(value));
-        }
+        while (values.size() < mostArguments && words >> word) values.push_back(valueOf(word));
         return values;
     }
 
@@ -172,6 +167,19 @@ const std::vector<std::string>* textsFor(const std::string& name) {
     return takingVariables.contains(name) ? &variableNames : nullptr;
 }
 
+/// Puts strings of a list in the place of those among the values, also within several values.
+void replaceTexts(Values& values, const std::vector<std::string>& texts) {
+    for (Variable& value : values) {
+        if (value.isString()) {
+            value = texts[std::hash<std::string>()(value.asString()) % texts.size()];
+        } else if (value.isMulti() && value.asMulti()) {
+            Values inner = value.asMulti()->values;
+            replaceTexts(inner, texts);
+            value = makeMulti(std::move(inner));
+        }
+    }
+}
+
 /// Makes a call and looks at how it ends.
 Variable outcomeOf(const Entry& entry, const Values& arguments) {
     try {
@@ -216,7 +224,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         while (results.size() < mostCalls && std::getline(lines, line)) {
             CallReader reader(line, results);
             const Entry& entry = entryOf(reader.entryName());
-            results.push_back(outcomeOf(entry, reader.arguments(textsFor(entry.name))));
+            Values arguments = reader.arguments();
+            if (const std::vector<std::string>* texts = textsFor(entry.name)) replaceTexts(arguments, *texts);
+            results.push_back(outcomeOf(entry, arguments));
             if (AllowedThreads > mostThreads) AllowedThreads = mostThreads;
         }
     } catch (const std::bad_alloc&) {
