@@ -23,6 +23,7 @@ void registerFunctions() {
     registerOstrelTable();
     registerUnavailableTables();
     registerPlushTable();
+    registerPlushFiles();
     registerUnavailablePlushEntries();
     registerGlobalHelpers();
     registerConstants();

@@ -6,6 +6,7 @@ void registerMetalTable();    // window and input
 void registerSailfishTable(); // keys on the screen
 void registerOstrelTable();   // the host itself
 void registerPlushTable();    // images
+void registerPlushFiles();    // files of the engine's own form
 void registerGlobalHelpers(); // functions without a table
 void registerConstants();
 

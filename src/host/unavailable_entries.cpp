@@ -66,8 +66,6 @@ constexpr const char* plushKeys[] = {
     "setReflection",
     "setRaytrace",
     "insertReflection",
-    "savePlushImage",
-    "loadPlushImage",
 };
 
 Variable failAsUnavailable(const Arguments& arguments) { arguments.fail("not available in this version"); }

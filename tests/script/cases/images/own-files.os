@@ -1,0 +1,41 @@
+@@ images in the engine's own files: written, read back, and what is refused
+createImage = Plush["createImage"]
+save = Plush["savePlushImage"]
+load = Plush["loadPlushImage"]
+function exists(path)
+  ok = pcall(Ostrel["readFile"], path)
+  return ok
+end
+folder = Ostrel["getPath"]() + "../Resources/volatile/"
+image = createImage(5, 3, 1, 2, 3, 4)
+Plush["setPixel"](image, 4, 2, 255, 0, 128, 0)
+print("saved:", save(image, folder + "a.pmg"), #Ostrel["readFile"](folder + "a.pmg"))
+loaded, width, height = load(folder + "a.pmg")
+print("loaded:", typeOf(loaded), width, height, Plush["checkImage"](loaded))
+r, g, b, a = Plush["getPixel"](loaded, 4, 2)
+print("last:", r, g, b, a)
+print("with backslashes:", save(image, "..\\Resources\\volatile\\b.pmg"))
+loaded, width, height = load("..\\Resources\\volatile\\b.pmg")
+print("and back:", width, height)
+print("another extension:", save(image, folder + "a.png"), exists(folder + "a.png"))
+print("capital letters:", save(image, folder + "a.PMG"), load(folder + "a.PMG"))
+print("no image:", save(not, folder + "c.pmg"), exists(folder + "c.pmg"))
+Plush["killImage"](image)
+print("a freed image:", save(image, folder + "c.pmg"), exists(folder + "c.pmg"))
+print("no such folder:", save(loaded, folder + "none/c.pmg"), load(folder + "none/c.pmg"))
+Plush["saveImage"](folder + "d.pmg", loaded)
+print("another format:", load(folder + "d.pmg"))
+picture, height, width = Plush["loadPNG"](folder + "d.pmg")
+print("which is told by content:", width, height)
+ok, message = pcall(save)
+print(message)
+ok, message = pcall(save, loaded)
+print(message)
+ok, message = pcall(save, 1, 2)
+print(message)
+ok, message = pcall(save, loaded, 2)
+print(message)
+ok, message = pcall(load)
+print(message)
+ok, message = pcall(load, 1)
+print(message)
