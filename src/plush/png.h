@@ -43,6 +43,15 @@ bool load_file(const std::string& path, Image& image);
 /// file cannot be written whole.
 bool save_png_rgba8_file(const std::string& path, const std::uint8_t* pixels, std::int32_t width, std::int32_t height);
 
+/// The same for a BMP file of 32 bits with alpha. False, too, if the file's size does not fit its field.
+bool save_bmp_rgba8_file(const std::string& path, const std::uint8_t* pixels, std::int32_t width, std::int32_t height);
+
+/// The same for a TGA file of 32 bits with alpha. False, too, if a side is beyond 65535 pixels.
+bool save_tga_rgba8_file(const std::string& path, const std::uint8_t* pixels, std::int32_t width, std::int32_t height);
+
+/// The same for an XCF file of one layer. False, too, if the file would be beyond 4 GiB.
+bool save_xcf_rgba8_file(const std::string& path, const std::uint8_t* pixels, std::int32_t width, std::int32_t height);
+
 /// Another name of `save_png_rgba8_file`.
 bool save_rgba8_file(const std::string& path, const std::uint8_t* pixels, std::int32_t width, std::int32_t height);
 

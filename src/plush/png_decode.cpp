@@ -13,6 +13,7 @@
 #include "plush/png.h"
 #include "plush/png_expand.h"
 #include "plush/png_filters.h"
+#include "plush/straight_over.h"
 
 #include <algorithm>
 #include <cstring>
@@ -152,27 +153,6 @@ bool PictureDecoder::decodePass(const Pass& pass) {
     return true;
 }
 
-/// Lays one pixel over another, both with straight alpha. The rounded alpha can be a little too small for the rounded
-/// colour, which then would be 256 where it is meant to be 255.
-void blendPixel(std::uint8_t* canvas, const std::uint8_t* source) {
-    const unsigned sa = source[3];
-    const unsigned da = canvas[3];
-    if (sa == 255 || da == 0) {
-        std::memcpy(canvas, source, rgbaSize);
-        return;
-    }
-    if (sa == 0) return;
-    const unsigned w = (255 - sa) * da;
-    const unsigned alpha = sa + (w + 127) / 255;
-    for (std::size_t channel = 0; channel < 3; ++channel) {
-        const unsigned s = source[channel];
-        const unsigned d = canvas[channel];
-        const unsigned colour = (alpha / 2 + s * sa + (127 + w * d) / 255) / alpha;
-        canvas[channel] = static_cast<std::uint8_t>(std::min(colour, 255U));
-    }
-    canvas[3] = static_cast<std::uint8_t>(alpha);
-}
-
 void layFrame(std::uint8_t* canvas, std::uint32_t canvasWidth, const Frame& frame, const std::uint8_t* pixels) {
     const std::size_t rowBytes = std::size_t{frame.width} * rgbaSize;
     for (std::uint32_t y = 0; y < frame.height; ++y, pixels += rowBytes) {
@@ -181,7 +161,7 @@ void layFrame(std::uint8_t* canvas, std::uint32_t canvasWidth, const Frame& fram
         if (frame.blendOperation == blendSource) {
             std::memcpy(target, pixels, rowBytes);
         } else {
-            for (std::size_t at = 0; at < rowBytes; at += rgbaSize) blendPixel(target + at, pixels + at);
+            for (std::size_t at = 0; at < rowBytes; at += rgbaSize) lay_over(target + at, pixels + at);
         }
     }
 }

@@ -14,5 +14,11 @@ std::uint8_t* wm_load_png(const char* path, int* width, int* height);
 /// it could not be written whole.
 bool wm_save_png(const char* path, const std::uint8_t* pixels, int width, int height);
 
+/// The same for a BMP file, a TGA file and an XCF file of one layer. A picture that is too large for the format's
+/// fields is not written.
+bool wm_save_bmp(const char* path, const std::uint8_t* pixels, int width, int height);
+bool wm_save_tga(const char* path, const std::uint8_t* pixels, int width, int height);
+bool wm_save_xcf(const char* path, const std::uint8_t* pixels, int width, int height);
+
 /// Whether pixels from `wm_load_png` still need a pass over them before they can be used. Never, on our platforms.
 bool wm_png_requires_postprocess();

@@ -2,6 +2,7 @@
 
 // What the loaders of picture files share: reading a file whole, and allocating for a picture once.
 
+#include "plush/picture_block.h"
 #include "plush/png_chunks.h"
 
 #include <cstddef>
@@ -27,8 +28,7 @@ bool read_picture_file(const std::string& path, FileBytes& bytes);
 /// allocated.
 bool open_png(std::span<const std::uint8_t> data, ParsedPng& png);
 
-/// Whether `data` begins like a TGA file. That format has no signature, so this asks whether what would be its header
-/// makes sense: an image type, a colour map and a pixel depth that go together, and a size.
-bool looks_like_tga(std::span<const std::uint8_t> data);
+/// Decodes the picture file `data`, of whichever format, into a block that `allocate` gives. False on any fault.
+bool decode_picture(std::span<const std::uint8_t> data, const PixelAllocator& allocate);
 
 } // namespace wm::png
