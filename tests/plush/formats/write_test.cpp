@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace {
 
 using namespace formats_test;
@@ -66,6 +68,22 @@ TEST(PictureWriters, TransparentPixelsKeepTheirColours) {
     for (const Format& format : formats) {
         const Bytes file = written(format.write, pixels, 2, 1);
         EXPECT_EQ(loadedPixels(file, format.extension), pixels) << format.extension;
+    }
+}
+
+TEST(PictureEntry, LoadsEveryFormatIntoABlockThatTheCallerFrees) {
+    const TemporaryDirectory directory;
+    const Bytes pixels = {1, 2, 3, 4, 5, 6, 7, 8};
+    for (const Format& format : formats) {
+        const std::string path = directory.path("a"); // what it holds is told by its content
+        ASSERT_TRUE(format.write(path.c_str(), pixels.data(), 1, 2));
+        int width = 0;
+        int height = 0;
+        const std::unique_ptr<std::uint8_t[]> block(wm_load_png(path.c_str(), &width, &height));
+        ASSERT_NE(block, nullptr) << format.extension;
+        EXPECT_EQ(width, 1);
+        EXPECT_EQ(height, 2);
+        EXPECT_EQ(Bytes(block.get(), block.get() + pixels.size()), pixels) << format.extension;
     }
 }
 
