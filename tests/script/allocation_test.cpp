@@ -1,34 +1,13 @@
 // Computing with numbers costs no allocation, however often it is done.
 //
-// The whole program's `operator new` counts here. A loop that runs ten times and one that runs a thousand times make
+// The whole program's `operator new` counts. A loop that runs ten times and one that runs a thousand times make
 // the same number of allocations if a round makes none; what a text costs to be read and what the first rounds reserve
 // drops out.
 
+#include "allocation_count.h"
 #include "script/ostrel_script.h"
 
-#include <atomic>
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <new>
-
-namespace {
-
-std::atomic<std::size_t> allocations{0};
-
-} // namespace
-
-void* operator new(std::size_t size) {
-    ++allocations;
-    void* const memory = std::malloc(size > 0 ? size : 1);
-    if (memory == nullptr) throw std::bad_alloc();
-    return memory;
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    ++allocations;
-    return std::malloc(size > 0 ? size : 1);
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
@@ -55,9 +34,9 @@ std::size_t allocationsOf(const std::string& statement, int rounds) {
     engine.pushVariable("limit", 5);
     engine.runScript(text); // reserves what any number of rounds needs
     engine.pushVariable("limit", rounds);
-    const std::size_t before = allocations;
+    const std::size_t before = allocationCount();
     engine.runScript(text);
-    return allocations - before;
+    return allocationCount() - before;
 }
 
 } // namespace
