@@ -10,9 +10,10 @@
 
 #include "plush/blit.h"
 
-#include "plush/blend.h"
+#include "plush/image_copy.h"
 #include "plush/pixels.h"
 #include "plush/rows.h"
+#include "plush/runs.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,15 +32,6 @@ constexpr float largestIndex = 1e9F; // more than any side of an image, and safe
 
 int workersFor(int rows, std::int64_t pixels) {
     return std::min(rows, pixels < threadingThreshold ? 1 : AllowedThreads);
-}
-
-/// Copies or blends a run of pixels.
-void drawRun(PixelByte* target, const PixelByte* source, int count, Blend blend) {
-    if (blend == Blend::Over) {
-        blendRow(target, source, static_cast<std::size_t>(count));
-    } else {
-        std::memcpy(target, source, static_cast<std::size_t>(count) * bytesPerPixel);
-    }
 }
 
 /// A number held to a range and without its fraction; both limits are far inside what an integer holds.
@@ -76,7 +68,7 @@ struct Box {
 
 void blitAtOwnSize(PlushImage& target, const PlushImage& image, int x, int y, Blend blend) {
     const int firstColumn = std::max(-x, 0);
-    const int columns = std::min(image.width, target.width - x) - firstColumn;
+    const auto columns = static_cast<std::size_t>(std::min(image.width, target.width - x) - firstColumn);
     const std::int64_t pixels = std::int64_t{image.width} * image.height;
     // A copy waits for the memory, which more threads don't make faster.
     const int workers = blend == Blend::Over ? workersFor(image.height, pixels) : 1;
@@ -115,15 +107,10 @@ void blitScaled(PlushImage& target, const PlushImage& image, int x, int y, Blend
             const int row = nearestIndex(static_cast<float>(py - y) / scale, image.height);
             if (row < 0) break;
             if (row != runRow) {
-                const PixelByte* source = pixelAt(image, 0, row);
-                PixelByte* pixel = run.data();
-                for (const int column : sourceColumns) {
-                    std::memcpy(pixel, source + static_cast<std::size_t>(column) * bytesPerPixel, bytesPerPixel);
-                    pixel += bytesPerPixel;
-                }
+                pickRun(run.data(), pixelAt(image, 0, row), sourceColumns);
                 runRow = row;
             }
-            drawRun(pixelAt(target, box.left, py), run.data(), static_cast<int>(sourceColumns.size()), blend);
+            drawRun(pixelAt(target, box.left, py), run.data(), sourceColumns.size(), blend);
         }
     });
 }
@@ -237,7 +224,7 @@ void blitTurned(PlushImage& target, const PlushImage& image, int x, int y, Blend
                 std::memcpy(run.data() + static_cast<std::size_t>(at) * bytesPerPixel,
                             image.pixels + pixel * bytesPerPixel, bytesPerPixel);
             }
-            drawRun(pixelAt(target, first, py), run.data(), count, blend);
+            drawRun(pixelAt(target, first, py), run.data(), static_cast<std::size_t>(count), blend);
         }
     });
 }
@@ -260,13 +247,8 @@ void blitImage(PlushImage& target, const PlushImage& image, int x, int y, Blend 
     if (!touches(target, image, x, y) || scale == 0.0F || !std::isfinite(scale) || !std::isfinite(rotation)) return;
     if (!target.pixels || !image.pixels) return;
     if (target.pixels == image.pixels) {
-        const std::size_t size = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height);
-        std::vector<PixelByte> copiedPixels(image.pixels, image.pixels + size * bytesPerPixel);
-        PlushImage copy;
-        copy.width = image.width;
-        copy.height = image.height;
-        copy.pixels = copiedPixels.data();
-        blitImage(target, copy, x, y, blend, scale, rotation);
+        const ImageCopy copy(image);
+        blitImage(target, copy.image(), x, y, blend, scale, rotation);
         return;
     }
     const bool turned = !isNoRotation(rotation);

@@ -1,7 +1,7 @@
 // The blit: against the plain reference on many random cases, and each rule by itself.
 
 #include "blit_reference.h"
-#include "plush/rows.h"
+#include "random_cases.h"
 
 #include <gtest/gtest.h>
 
@@ -10,24 +10,6 @@
 #include <limits>
 
 namespace {
-
-constexpr int mostThreads = 8;
-
-/// Sets the number of workers for the length of a test.
-class ThreadSetting {
-public:
-    explicit ThreadSetting(int threads) : before_(AllowedThreads) { AllowedThreads = threads; }
-    ThreadSetting(const ThreadSetting&) = delete;
-    ThreadSetting& operator=(const ThreadSetting&) = delete;
-    ~ThreadSetting() { AllowedThreads = before_; }
-
-private:
-    int before_;
-};
-
-int between(std::mt19937& random, int least, int most) {
-    return least + static_cast<int>(random() % static_cast<unsigned>(most - least + 1));
-}
 
 float scaleAtRandom(std::mt19937& random) {
     constexpr std::array plain = {1.0F, 1.0F, 1.0F, 2.0F, 0.5F, 3.0F, 1.5F, 0.25F, -1.0F, 0.0F};

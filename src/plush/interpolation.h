@@ -1,0 +1,64 @@
+#pragma once
+
+// What the bilinear filters share: where a pixel lies between its neighbours, and upright strips of an image.
+//
+// The filters keep a few rows of numbers, four bytes for every channel, while they go down the image. They do so in
+// strips that are narrow enough for these rows to stay in the nearest cache.
+
+#include "plush/wide_vectors.h"
+
+#include <algorithm>
+#include <vector>
+
+/// Where a row or column lies between two others.
+struct Between {
+    int lower = 0;
+    int upper = 0;
+    float weight = 0.0F; // of the upper one
+};
+
+/// A run of columns and their neighbours, padded to whole vectors with the last one.
+struct Strip {
+    static constexpr int mostColumns = 256; // a multiple of pixelsAtOnce
+
+    int first = 0;
+    int count = 0;
+    std::vector<int> lower;
+    std::vector<int> upper;
+    std::vector<float> weight;
+
+    /// @param placeOf  tells of a column, from the left of the image, what it lies between
+    template <typename PlaceOf>
+    Strip(int firstColumn, int columns, PlaceOf placeOf) : first(firstColumn), count(columns) {
+        const int padded = (columns + pixelsAtOnce - 1) / pixelsAtOnce * pixelsAtOnce;
+        for (int at = 0; at < padded; ++at) {
+            const Between place = placeOf(first + std::min(at, count - 1));
+            lower.push_back(place.lower);
+            upper.push_back(place.upper);
+            weight.push_back(place.weight);
+        }
+    }
+
+    std::size_t groups() const { return lower.size() / pixelsAtOnce; }
+
+    /// How many pixels of a group are not padding.
+    std::size_t pixelsInGroup(std::size_t group) const {
+        return std::min<std::size_t>(static_cast<std::size_t>(count) - group * pixelsAtOnce, pixelsAtOnce);
+    }
+};
+
+/// Calls `work` with the first column and the number of columns of each strip of an image.
+template <typename Work> void forEachStrip(int width, Work work) {
+    for (int first = 0; first < width; first += Strip::mostColumns) {
+        work(first, std::min(width - first, Strip::mostColumns));
+    }
+}
+
+/// Four pixels of a row, at these columns.
+inline Pixels4 gatheredPixels(const PixelByte* row, const int* columns) {
+    Pixels4 pixels = {};
+    for (int at = 0; at < pixelsAtOnce; ++at) {
+        pixels[at] = loadPixel(row + static_cast<std::size_t>(columns[at]) * bytesPerPixel);
+    }
+    return pixels;
+}

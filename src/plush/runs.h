@@ -1,0 +1,27 @@
+#pragma once
+
+// Runs of pixels that lie side by side: what every blit comes down to, row by row.
+
+#include "plush/blend.h"
+#include "plush/blit.h"
+#include "plush/image.h"
+
+#include <cstring>
+#include <vector>
+
+/// Copies or blends a run of pixels. The two must not overlap.
+inline void drawRun(PixelByte* target, const PixelByte* source, std::size_t count, Blend blend) {
+    if (blend == Blend::Over) {
+        blendRow(target, source, count);
+    } else {
+        std::memcpy(target, source, count * bytesPerPixel);
+    }
+}
+
+/// Picks pixels out of a source row into a run, one for each number in `columns`.
+inline void pickRun(PixelByte* run, const PixelByte* sourceRow, const std::vector<int>& columns) {
+    for (const int column : columns) {
+        std::memcpy(run, sourceRow + static_cast<std::size_t>(column) * bytesPerPixel, bytesPerPixel);
+        run += bytesPerPixel;
+    }
+}
