@@ -13,3 +13,10 @@ PlushImage& pixelImage(const Arguments& arguments, std::size_t index, std::strin
     if (!isLiveImage(image) || !image->pixels) arguments.fail(std::string(name) + " must be a valid image");
     return *image;
 }
+
+PlushImage* liveImage(const Arguments& arguments, std::size_t index, std::string_view name) {
+    PlushImage* image = imageHandle(arguments, index, name);
+    return isLiveImage(image) ? image : nullptr;
+}
+
+void failAsTooLarge(const Arguments& arguments) { arguments.fail("image is too large"); }

@@ -23,6 +23,8 @@ void registerFunctions() {
     registerOstrelTable();
     registerUnavailableTables();
     registerPlushTable();
+    registerPlushDrawing();
+    registerPlushFilters();
     registerPlushFiles();
     registerUnavailablePlushEntries();
     registerGlobalHelpers();

@@ -5,7 +5,9 @@
 void registerMetalTable();    // window and input
 void registerSailfishTable(); // keys on the screen
 void registerOstrelTable();   // the host itself
-void registerPlushTable();    // images
+void registerPlushTable();    // images: their lives, pixels and files
+void registerPlushDrawing();  // images on images
+void registerPlushFilters();  // operations on one whole image
 void registerPlushFiles();    // files of the engine's own form
 void registerGlobalHelpers(); // functions without a table
 void registerConstants();

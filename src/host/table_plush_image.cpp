@@ -1,9 +1,8 @@
-// The table `Plush`, as far as it concerns images.
+// The table `Plush`, as far as it concerns the lives of images, their pixels and their files.
 
 #include "host/image_arguments.h"
 #include "host/index.h"
 #include "host/registration.h"
-#include "plush/blit.h"
 #include "plush/image_file.h"
 #include "plush/pixels.h"
 #include "plush/registry.h"
@@ -55,7 +54,7 @@ Variable createImage(const Arguments& arguments) {
     const PixelByte g = wrappedChannel(arguments, 3, "g");
     const PixelByte b = wrappedChannel(arguments, 4, "b");
     const PixelByte a = wrappedChannel(arguments, 5, "a");
-    if (!imageSizeAllowed(width, height)) arguments.fail("image is too large");
+    if (!imageSizeAllowed(width, height)) failAsTooLarge(arguments);
     return createSolidColourImage(width, height, r, g, b, a);
 }
 
@@ -84,23 +83,6 @@ Variable saveImage(const Arguments& arguments) {
     return {};
 }
 
-Variable blitImageBinding(const Arguments& arguments) {
-    constexpr std::size_t parameterCount = 7;
-    if (arguments.count() != parameterCount) {
-        arguments.fail("expected 7 arguments (target, image, x, y, blend, scale, rotation)");
-    }
-    PlushImage& target = pixelImage(arguments, 0, "target");
-    const PlushImage& image = pixelImage(arguments, 1, "image");
-    const int x = arguments.integer(2, "x");
-    const int y = arguments.integer(3, "y");
-    if (!touches(target, image, x, y)) return {}; // what follows is then not even read
-    const Blend blend = arguments.flag(4) ? Blend::Over : Blend::Replace;
-    const auto scale = static_cast<float>(arguments.number(5, "scale"));
-    const auto rotation = static_cast<float>(arguments.number(6, "rotation"));
-    blitImage(target, image, x, y, blend, scale, rotation);
-    return {};
-}
-
 Variable killImageBinding(const Arguments& arguments) {
     killImage(imageHandle(arguments, 0, "image"));
     return {};
@@ -122,11 +104,9 @@ Variable loadPNG(const Arguments& arguments) {
 
 void registerPlushTable() {
     constexpr ModuleEntry entries[] = {
-        {"threads", setThreading},       {"createImage", createImage},
-        {"checkImage", checkImage},      {"getPixel", getImagePixel},
-        {"setPixel", setImagePixel},     {"saveImage", saveImage},
-        {"blitImage", blitImageBinding}, {"killImage", killImageBinding},
-        {"imageSize", imageSize},        {"loadPNG", loadPNG},
+        {"threads", setThreading},       {"createImage", createImage}, {"checkImage", checkImage},
+        {"getPixel", getImagePixel},     {"setPixel", setImagePixel},  {"saveImage", saveImage},
+        {"killImage", killImageBinding}, {"imageSize", imageSize},     {"loadPNG", loadPNG},
     };
     engine.pushVariable("Plush", makeModule("Plush", entries));
 }
