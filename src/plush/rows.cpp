@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <exception>
-#include <system_error>
 #include <thread>
 
 int AllowedThreads = 6;
@@ -60,8 +59,8 @@ void splitRows(int rows, int workers, RowSplit rule, const std::function<void(Ro
     for (std::size_t index = 0; index + 1 < ranges.size(); ++index) {
         try {
             threads.emplace_back(run, index);
-        } catch (const std::system_error&) {
-            run(index); // the machine has no thread left: the work is done all the same
+        } catch (const std::exception&) {
+            run(index); // the machine has no thread or memory left: the work is done all the same
         }
     }
     run(ranges.size() - 1);
