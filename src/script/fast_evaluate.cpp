@@ -9,8 +9,8 @@
 // loops consist of, and behind it the general form. The short form declines before it has done anything that could be
 // seen, so the general form may start from the beginning; it is the definition.
 
+#include "script/fast_arithmetic.h"
 #include "script/literal_entries.h"
-#include "script/numeric_operation.h"
 #include "script/ostrel_script.h"
 #include "script/scope_guard.h"
 
@@ -54,12 +54,6 @@ public:
     }
 
 private:
-    /// An operand: a scalar, or a Variable that is the caller's storage or a borrowed place.
-    struct Operand {
-        FastScalarValue scalar;
-        const Variable* boxed = nullptr;
-    };
-
     /// The result of what made a Variable, such as a join: what is looked up with it is no scalar either. A Variable
     /// that merely stands in a name, an element or a literal has no such mark, and a call needs none.
     static FastScalarValue madeValue() {
@@ -67,7 +61,7 @@ private:
         none.boolValue = true;
         return none;
     }
-    bool isMade(FastNodeIndex index, const Operand& operand) const {
+    bool isMade(FastNodeIndex index, const FastOperand& operand) const {
         return !operand.scalar.isValid() && (operand.scalar.boolValue || at(index).kind == FastKind::Call);
     }
 
@@ -89,13 +83,13 @@ private:
         return scalar;
     }
 
-    static Operand borrowed(const Variable* variable) {
+    static FastOperand borrowed(const Variable* variable) {
         if (variable == nullptr) return {makeFastScalarNil(), nullptr};
         return {fastScalarFromVariable(*variable), variable};
     }
 
     /// Reads an operand. With `stable`, nothing is called between here and the operand's use.
-    Operand read(FastNodeIndex index, Variable& storage, bool stable) {
+    FastOperand read(FastNodeIndex index, Variable& storage, bool stable) {
         const FastNode& node = at(index);
         if (node.kind == FastKind::String) return {{}, &stringLiteral(node)};
         if (stable && node.kind == FastKind::Variable) return borrowed(resolve(node));
@@ -106,10 +100,10 @@ private:
                     return borrowed(element);
                 }
             }
-            const Operand container = read(node.left, storage, true);
+            const FastOperand container = read(node.left, storage, true);
             if (!container.scalar.isValid() && (container.boxed->isArray() || container.boxed->isTable())) {
                 Variable keyStorage;
-                const Operand key = read(node.right, keyStorage, true);
+                const FastOperand key = read(node.right, keyStorage, true);
                 setToken(node);
                 const Variable* element = findElement(*container.boxed, key);
                 if (!isMade(node.left, container) && !isMade(node.right, key)) return borrowed(element);
@@ -121,13 +115,6 @@ private:
     }
 
     void setToken(const FastNode& node) { engine_.position_.token = node.tokenIndex; }
-
-    /// The operand as a Variable; a scalar is boxed in `storage`.
-    static const Variable& box(const Operand& operand, Variable& storage) {
-        if (!operand.scalar.isValid()) return *operand.boxed;
-        assignFastScalarToVariable(storage, operand.scalar);
-        return storage;
-    }
 
     /// The element that an Index node with the mark of a place stands for: the nil of a missing one, or null if the
     /// general form must say what is the matter. Calls nothing and changes nothing.
@@ -161,7 +148,7 @@ private:
         return value != nullptr && value->type == VarType::Integer ? value->asInt() : 0;
     }
 
-    const Variable* findElement(const Variable& container, const Operand& key) {
+    const Variable* findElement(const Variable& container, const FastOperand& key) {
         if (key.scalar.kind == ScalarKind::Integer) {
             const int index = key.scalar.intValue;
             if (container.isTable()) return container.table().find(index);
@@ -176,10 +163,10 @@ private:
     FastScalarValue evaluateIndex(const FastNode& node, Variable& boxed) {
         const bool keyCalls = at(node.right).calls;
         Variable containerStorage;
-        const Operand container = read(node.left, containerStorage, !keyCalls);
+        const FastOperand container = read(node.left, containerStorage, !keyCalls);
         if (aborted(node)) return makeFastScalarNil();
         Variable keyStorage;
-        const Operand key = read(node.right, keyStorage, true);
+        const FastOperand key = read(node.right, keyStorage, true);
         if (aborted(node)) return makeFastScalarNil();
         setToken(node);
         if (!container.scalar.isValid() && (container.boxed->isArray() || container.boxed->isTable())) {
@@ -189,8 +176,8 @@ private:
             return madeValue();
         }
         Variable boxedKey;
-        const Variable& keyValue = box(key, boxedKey);
-        boxed = engine_.getIndexedValue(box(container, containerStorage), keyValue);
+        const Variable& keyValue = key.value(boxedKey);
+        boxed = engine_.getIndexedValue(container.value(containerStorage), keyValue);
         return {};
     }
 
@@ -199,7 +186,7 @@ private:
         Ref<ScriptCallable> function;
         {
             Variable storage;
-            const Operand callee = read(node.left, storage, true);
+            const FastOperand callee = read(node.left, storage, true);
             if (aborted(at(node.left))) return makeFastScalarNil();
             if (callee.scalar.isValid() || !callee.boxed->isFunction() || callee.boxed->callable() == nullptr)
                 return failCall(node, callee);
@@ -270,9 +257,9 @@ private:
     }
 
     /// What is called is no function. Its arguments are evaluated all the same, then the call fails.
-    FastScalarValue failCall(const FastNode& node, const Operand& callee) {
+    FastScalarValue failCall(const FastNode& node, const FastOperand& callee) {
         Variable storage;
-        const Variable value = box(callee, storage);
+        const Variable value = callee.value(storage);
         std::vector<Variable> arguments(static_cast<std::size_t>(node.intValue));
         if (!evaluateArguments(node, arguments.data(), arguments.size())) return makeFastScalarNil();
         setToken(node);
@@ -352,7 +339,7 @@ private:
     }
 
     FastScalarValue evaluateNot(const FastNode& node, Variable& boxed) {
-        const Operand operand = read(node.left, boxed, true);
+        const FastOperand operand = read(node.left, boxed, true);
         if (aborted(node)) return makeFastScalarNil();
         if (operand.scalar.isValid()) return makeFastScalarBool(!isTruthyInExpression(operand.scalar));
         boxed = !engine_.isTruthy(*operand.boxed);
@@ -360,11 +347,11 @@ private:
     }
 
     FastScalarValue evaluateLength(const FastNode& node, Variable& boxed) {
-        const Operand operand = read(node.left, boxed, true);
+        const FastOperand operand = read(node.left, boxed, true);
         if (aborted(node)) return makeFastScalarNil();
         setToken(node);
         Variable storage;
-        const int length = engine_.arrayLength(box(operand, storage));
+        const int length = engine_.arrayLength(operand.value(storage));
         if (!isMade(node.left, operand)) return makeFastScalarInt(length);
         boxed = length;
         return madeValue();
@@ -415,142 +402,36 @@ private:
         if (!right.isValid()) {
             // The left side is a number, so the right one may use the place of the result.
             const bool isOperation = rightNode.kind >= FastKind::Call;
-            const Operand operand =
-                isOperation ? Operand{evaluate(node.right, boxed), &boxed} : read(node.right, boxed, true);
+            const FastOperand operand =
+                isOperation ? FastOperand{evaluate(node.right, boxed), &boxed} : read(node.right, boxed, true);
             if (aborted(rightNode)) return makeFastScalarNil();
             right = operand.scalar;
             if (!right.isValid()) {
                 setToken(node);
                 Variable storage;
-                combineBoxed(node.kind, {left, nullptr}, operand, boxed, storage);
+                combineBoxed(engine_, node.kind, {left, nullptr}, operand, boxed, storage);
                 return madeValue();
             }
         }
         setToken(node);
-        return combineScalars(node.kind, left, right, boxed);
+        return combineScalars(engine_, node.kind, left, right, boxed);
     }
 
     [[gnu::noinline]] FastScalarValue evaluateBinaryInFull(const FastNode& node, Variable& boxed) {
-        const Operand left = read(node.left, boxed, !at(node.right).calls);
+        const FastOperand left = read(node.left, boxed, !at(node.right).calls);
         if (aborted(at(node.left))) return makeFastScalarNil();
         return finishBinary(node, left, boxed);
     }
 
-    [[gnu::noinline]] FastScalarValue finishBinary(const FastNode& node, const Operand& left, Variable& boxed) {
+    [[gnu::noinline]] FastScalarValue finishBinary(const FastNode& node, const FastOperand& left, Variable& boxed) {
         Variable rightStorage;
-        const Operand right = read(node.right, rightStorage, true);
+        const FastOperand right = read(node.right, rightStorage, true);
         if (aborted(at(node.right))) return makeFastScalarNil();
         setToken(node);
         if (left.scalar.isValid() && right.scalar.isValid())
-            return combineScalars(node.kind, left.scalar, right.scalar, boxed);
-        combineBoxed(node.kind, left, right, boxed, rightStorage);
+            return combineScalars(engine_, node.kind, left.scalar, right.scalar, boxed);
+        combineBoxed(engine_, node.kind, left, right, boxed, rightStorage);
         return madeValue();
-    }
-
-    static BinaryOperator arithmeticOf(FastKind kind) {
-        return static_cast<BinaryOperator>(static_cast<int>(BinaryOperator::Add) + static_cast<int>(kind) -
-                                           static_cast<int>(FastKind::Add));
-    }
-
-    FastScalarValue combineScalars(FastKind kind, FastScalarValue left, FastScalarValue right, Variable& boxed) {
-        if (left.kind == ScalarKind::Integer && right.kind == ScalarKind::Integer) {
-            const int a = left.intValue;
-            const int b = right.intValue;
-            switch (kind) {
-            case FastKind::Add: return makeFastScalarInt(static_cast<int>(unsignedOf(a) + unsignedOf(b)));
-            case FastKind::Subtract: return makeFastScalarInt(static_cast<int>(unsignedOf(a) - unsignedOf(b)));
-            case FastKind::Multiply: return makeFastScalarInt(static_cast<int>(unsignedOf(a) * unsignedOf(b)));
-            case FastKind::Modulo:
-                if (b > 0) return makeFastScalarInt(a % b);
-                break;
-            case FastKind::Equal: return makeFastScalarBool(a == b);
-            case FastKind::NotEqual: return makeFastScalarBool(a != b);
-            case FastKind::Less: return makeFastScalarBool(a < b);
-            case FastKind::Greater: return makeFastScalarBool(a > b);
-            case FastKind::LessOrEqual: return makeFastScalarBool(a <= b);
-            case FastKind::GreaterOrEqual: return makeFastScalarBool(a >= b);
-            default: break;
-            }
-        } else if (left.kind == ScalarKind::Float && right.kind == ScalarKind::Float) {
-            // The definition computes with doubles and rounds once more. For these four operations on floats that is
-            // the same as rounding once.
-            const float a = left.floatValue;
-            const float b = right.floatValue;
-            switch (kind) {
-            case FastKind::Add: return makeFastScalarFloat(a + b);
-            case FastKind::Subtract: return makeFastScalarFloat(a - b);
-            case FastKind::Multiply: return makeFastScalarFloat(a * b);
-            case FastKind::Divide:
-                if (b != 0) return makeFastScalarFloat(a / b);
-                break;
-            default: break;
-            }
-        }
-        return combineOtherScalars(kind, left, right, boxed);
-    }
-
-    static unsigned unsignedOf(int number) { return static_cast<unsigned>(number); }
-
-    FastScalarValue combineOtherScalars(FastKind kind, FastScalarValue left, FastScalarValue right, Variable& boxed) {
-        if (kind >= FastKind::Equal) return compare(kind, left, right);
-        if (kind == FastKind::Tetration || kind == FastKind::Pentation) {
-            boxed =
-                engine_.performOperation(fastScalarToVariable(left), arithmeticOf(kind), fastScalarToVariable(right));
-            const FastScalarValue scalar = fastScalarFromVariable(boxed);
-            return scalar;
-        }
-        return numericOperation(arithmeticOf(kind), left, right);
-    }
-
-    FastScalarValue compare(FastKind kind, FastScalarValue left, FastScalarValue right) {
-        if (!fastScalarIsNumeric(left) || !fastScalarIsNumeric(right))
-            return makeFastScalarBool(compareBoxed(kind, fastScalarToVariable(left), fastScalarToVariable(right)));
-        if (kind == FastKind::Equal || kind == FastKind::NotEqual)
-            return makeFastScalarBool((fastScalarToDouble(left) == fastScalarToDouble(right)) ==
-                                      (kind == FastKind::Equal));
-        return makeFastScalarBool(holds(kind, compareScalars(left, right)));
-    }
-
-    static bool holds(FastKind kind, int order) {
-        switch (kind) {
-        case FastKind::Less: return order < 0;
-        case FastKind::Greater: return order > 0;
-        case FastKind::LessOrEqual: return order <= 0;
-        default: return order >= 0;
-        }
-    }
-
-    bool compareBoxed(FastKind kind, const Variable& left, const Variable& right) {
-        if (kind == FastKind::Equal) return engine_.variablesEqual(left, right);
-        if (kind == FastKind::NotEqual) return !engine_.variablesEqual(left, right);
-        return holds(kind, engine_.compareVariables(left, right));
-    }
-
-    void combineBoxed(FastKind kind, const Operand& left, const Operand& right, Variable& boxed,
-                      Variable& rightStorage) {
-        const FastScalarValue leftNumber = left.scalar.isValid() ? left.scalar : fastScalarFromVariable(*left.boxed);
-        const FastScalarValue rightNumber =
-            right.scalar.isValid() ? right.scalar : fastScalarFromVariable(*right.boxed);
-        if (fastScalarIsNumeric(leftNumber) && fastScalarIsNumeric(rightNumber) && kind != FastKind::Tetration &&
-            kind != FastKind::Pentation) {
-            assignFastScalarToVariable(boxed, combineScalars(kind, leftNumber, rightNumber, boxed));
-            return;
-        }
-        // A text that was just made grows in place: a chain of joins builds one string.
-        if (kind == FastKind::Add && left.boxed == &boxed && !left.scalar.isValid() && boxed.isString()) {
-            if (right.scalar.isValid())
-                fastScalarToVariable(right.scalar).appendTo(boxed.editString());
-            else
-                right.boxed->appendTo(boxed.editString());
-            return;
-        }
-        Variable leftStorage;
-        const Variable& leftValue = box(left, leftStorage);
-        const Variable& rightValue = box(right, rightStorage);
-        if (kind >= FastKind::Equal)
-            boxed = compareBoxed(kind, leftValue, rightValue);
-        else
-            boxed = engine_.performOperation(leftValue, arithmeticOf(kind), rightValue);
     }
 
     static inline const Variable nil_;

@@ -106,7 +106,7 @@ public:
     /// Classifies every line, finds its plan and links the blocks.
     void prepareParsedLines(std::vector<ParsedScriptLine>& lines);
 
-    // --- Expressions (expression.cpp, operators.cpp, indexing.cpp, fast_evaluate.cpp) ---
+    // --- Expressions (expression.cpp, operators.cpp, indexing.cpp, fast_evaluate.cpp, fast_arithmetic.cpp) ---
 
     /// Evaluates one expression from `position` and leaves `position` behind it. Without an analysis each token is
     /// analysed on the spot.
