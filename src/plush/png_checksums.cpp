@@ -3,7 +3,8 @@
 // A CRC is linear: the remainder of a stretch is the exclusive or of the remainders of its bytes, each taken as if
 // only zeros followed. One table per distance from the end of a 16-byte step therefore lets sixteen bytes be looked up
 // independently of each other, where the plain algorithm has to finish a byte before it can begin the next. The tables
-// cost 16 KiB, which stay in the first-level cache while a chunk is summed.
+// cost 16 KiB, which stay in the first-level cache while a chunk is summed. Where the processor can do better, it takes
+// the bulk first (crc_folding.h).
 //
 // Adler-32 is two sums, of the bytes and of the running sums. Over a block they are a plain sum and a sum weighted by
 // the distance from the block's end, which sixteen independent lanes can gather; only the end of a block needs the
@@ -12,6 +13,7 @@
 #include "plush/png_checksums.h"
 
 #include "plush/byte_vectors.h"
+#include "plush/crc_folding.h"
 
 #include <algorithm>
 #include <array>
@@ -20,8 +22,7 @@ namespace wm::png {
 
 namespace {
 
-constexpr std::uint32_t crcPolynomial = 0xEDB88320U; // the bits of PNG's polynomial in reverse order
-constexpr std::size_t crcStep = 16;                  // bytes looked up at once
+constexpr std::size_t crcStep = 16; // bytes looked up at once
 
 using CrcTables = std::array<std::array<std::uint32_t, 256>, crcStep>;
 
@@ -49,10 +50,8 @@ constexpr std::size_t adlerSteps = 16;        // after which the lanes are gathe
 constexpr std::size_t adlerGroup = adlerLanes * adlerSteps;
 constexpr std::size_t adlerBlock = 5552 / adlerGroup * adlerGroup; // bytes; the most for which no sum leaves 32 bits
 
-} // namespace
-
-std::uint32_t crc32(const std::uint8_t* data, std::size_t size, std::uint32_t crc) {
-    crc = ~crc;
+/// The remainder after `size` bytes, from the one before them.
+std::uint32_t remainderByTables(const std::uint8_t* data, std::size_t size, std::uint32_t crc) {
     for (; size >= crcStep; data += crcStep, size -= crcStep) {
         std::uint32_t next = 0;
         for (std::size_t i = 0; i < 4; ++i) next ^= crcTables[crcStep - 1 - i][(crc >> (8 * i) & 0xFFU) ^ data[i]];
@@ -60,7 +59,17 @@ std::uint32_t crc32(const std::uint8_t* data, std::size_t size, std::uint32_t cr
         crc = next;
     }
     for (; size > 0; ++data, --size) crc = crc >> 8 ^ crcTables[0][(crc & 0xFFU) ^ *data];
-    return ~crc;
+    return crc;
+}
+
+} // namespace
+
+std::uint32_t crc32(const std::uint8_t* data, std::size_t size, std::uint32_t crc) {
+    crc = ~crc;
+    std::array<std::uint8_t, foldedSize> folded;
+    const std::size_t done = foldForCrc(data, size, crc, folded.data());
+    if (done > 0) crc = remainderByTables(folded.data(), folded.size(), 0);
+    return ~remainderByTables(data + done, size - done, crc);
 }
 
 std::uint32_t adler32(const std::uint8_t* data, std::size_t size, std::uint32_t adler) {

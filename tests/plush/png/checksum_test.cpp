@@ -57,6 +57,19 @@ TEST(Checksums, TheLargestBytesOverflowNoSum) {
     EXPECT_EQ(wm::png::adler32(bytes.data(), bytes.size()), plainAdler(bytes));
 }
 
+TEST(Checksums, PartsTooShortForAnyShortCutGiveTheSameCrc) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    Random random(seed);
+    const Bytes bytes = randomBytes(random, 3000);
+    for (const std::size_t longest : {1U, 15U, 16U, 40U, 63U}) {
+        std::uint32_t crc = 0;
+        for (std::size_t at = 0; at < bytes.size(); at += longest)
+            crc = wm::png::crc32(bytes.data() + at, std::min(longest, bytes.size() - at), crc);
+        EXPECT_EQ(crc, plainCrc(bytes)) << longest;
+    }
+}
+
 TEST(Checksums, ARunCanBeSummedInParts) {
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
