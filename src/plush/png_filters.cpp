@@ -15,6 +15,7 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <limits>
 
 namespace wm::png {
 
@@ -114,21 +115,22 @@ constexpr std::size_t rgbaPixel = 4;
 
 inline Bytes16 smaller(Bytes16 x, Bytes16 y) { return x < y ? x : y; }
 inline Bytes16 larger(Bytes16 x, Bytes16 y) { return x > y ? x : y; }
-inline Bytes16 difference(Bytes16 x, Bytes16 y) { return larger(x, y) - smaller(x, y); }
 
 /// (a + b) / 2 without a ninth bit.
 inline Bytes16 average(Bytes16 a, Bytes16 b) { return (a & b) + ((a ^ b) >> 1); }
 
-/// The Paeth prediction without a ninth bit. a + b - c is |b - c| away from a and |a - c| from b. Its distance from c
-/// is the sum of these, so never the least, if a and b lie on the same side of c; else it is their difference.
+/// The Paeth prediction without a ninth bit.
+///
+/// Let `over` be how far the larger of a and b lies above c, and `under` how far the smaller lies below it, 0 where it
+/// lies on the other side. a + b - c is nearest to the larger one if `over` is at least twice `under`, to the smaller
+/// one if `under` is at least twice `over`, else to c.
 inline Bytes16 paethBytes(Bytes16 a, Bytes16 b, Bytes16 c) {
-    const Bytes16 toA = difference(b, c);
-    const Bytes16 toB = difference(a, c);
-    const Bytes16 sameSide = reinterpret_cast<Bytes16>((a >= c) == (b >= c));
-    const Bytes16 toC = difference(toA, toB) | sameSide;
-    const Bytes16 useA = reinterpret_cast<Bytes16>((toA <= toB) & (toA <= toC));
-    const Bytes16 useB = reinterpret_cast<Bytes16>(toB <= toC) & ~useA;
-    return (a & useA) | (b & useB) | (c & ~(useA | useB));
+    const Bytes16 over = larger(larger(a, b), c) - c;
+    const Bytes16 under = c - smaller(smaller(a, b), c);
+    const Bytes16 further = larger(over, under);
+    const Bytes16 up = over & reinterpret_cast<Bytes16>(further - under >= under);
+    const Bytes16 down = under & reinterpret_cast<Bytes16>(further - over >= over);
+    return c + up - down;
 }
 
 /// Sixteen filtered bytes from `row` on, where a whole pixel lies to the left.
@@ -172,14 +174,14 @@ inline std::uint8_t filteredByte(std::uint8_t filter, const std::uint8_t* row, c
 
 constexpr unsigned absoluteOfSigned(std::uint8_t byte) { return byte < 128 ? byte : 256U - byte; }
 
-/// The sum of absolute values that one filter leaves of a row.
+/// The sum of absolute values that one filter leaves of a row; anything above `limit` if it is more than that.
 template <std::uint8_t filter>
-std::uint64_t sumOfRow(const std::uint8_t* row, const std::uint8_t* above, std::size_t size) {
-    constexpr std::size_t mostSteps = 65535 / 128; // after which a lane of 16 bits could overflow
+std::uint64_t sumOfRow(const std::uint8_t* row, const std::uint8_t* above, std::size_t size, std::uint64_t limit) {
+    constexpr std::size_t mostSteps = 64; // between two looks at the limit; a lane of 16 bits holds 511
     std::uint64_t sum = 0;
     std::size_t at = 0;
     for (; at < rgbaPixel; ++at) sum += absoluteOfSigned(filteredByte(filter, row, above, at));
-    while (at + 16 <= size) {
+    while (at + 16 <= size && sum <= limit) {
         const std::size_t steps = std::min((size - at) / 16, mostSteps);
         Words8 pairs{}; // of the bytes in each word, the upper ones counting 256 times, modulo 65536
         Words8 upper{}; // of the upper bytes
@@ -189,19 +191,48 @@ std::uint64_t sumOfRow(const std::uint8_t* row, const std::uint8_t* above, std::
             pairs += absolute;
             upper += absolute >> 8;
         }
-        const Words8 lower = pairs - (upper << 8);
-        for (int lane = 0; lane < 8; ++lane) sum += std::uint64_t{lower[lane]} + upper[lane];
+        const Words8 both = pairs - (upper << 8) + upper;
+        for (int lane = 0; lane < 8; ++lane) sum += both[lane];
     }
+    if (sum > limit) return sum;
     for (; at < size; ++at) sum += absoluteOfSigned(filteredByte(filter, row, above, at));
     return sum;
 }
 
+/// The filter that leaves the smallest sum; of equal ones the first.
+class FilterChoice {
+public:
+    FilterChoice(const std::uint8_t* row, const std::uint8_t* above, std::size_t size)
+        : row_(row), above_(above), size_(size) {}
+
+    template <std::uint8_t filter> void consider() {
+        const bool winsTies = filter < filter_;
+        if (best_ == 0 && !winsTies) return;
+        const std::uint64_t limit = winsTies ? best_ : best_ - 1;
+        const std::uint64_t sum = sumOfRow<filter>(row_, above_, size_, limit);
+        if (sum > limit) return;
+        best_ = sum;
+        filter_ = filter;
+    }
+    std::uint8_t filter() const { return filter_; }
+
+private:
+    const std::uint8_t* row_;
+    const std::uint8_t* above_;
+    std::size_t size_;
+    std::uint64_t best_ = std::numeric_limits<std::uint64_t>::max();
+    std::uint8_t filter_ = filterCount;
+};
+
+/// What usually wins comes first, so that the others are given up early.
 std::uint8_t chooseFilter(const std::uint8_t* row, const std::uint8_t* above, std::size_t size) {
-    const std::array<std::uint64_t, filterCount> sums = {
-        sumOfRow<filterNone>(row, above, size), sumOfRow<filterSub>(row, above, size),
-        sumOfRow<filterUp>(row, above, size), sumOfRow<filterAverage>(row, above, size),
-        sumOfRow<filterPaeth>(row, above, size)};
-    return static_cast<std::uint8_t>(std::ranges::min_element(sums) - sums.begin());
+    FilterChoice choice(row, above, size);
+    choice.consider<filterUp>();
+    choice.consider<filterPaeth>();
+    choice.consider<filterAverage>();
+    choice.consider<filterSub>();
+    choice.consider<filterNone>();
+    return choice.filter();
 }
 
 template <std::uint8_t filter>

@@ -161,6 +161,54 @@ TEST(Filters, TheWriterTakesTheFilterWithTheLeastSum) {
     for (unsigned filter = 0; filter < wm::png::filterCount; ++filter) EXPECT_GT(counts[filter], 20) << filter;
 }
 
+TEST(Filters, ARowWhoseEndsDisagreeIsJudgedAsAWhole) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    Random random(seed);
+    std::array<int, wm::png::filterCount> counts{};
+    for (int round = 0; round < 300; ++round) {
+        const std::size_t size = 4 * (300 + random() % 900);
+        const std::size_t seam = random() % size;
+        const std::array<std::uint64_t, 2> filters = {random() % wm::png::filterCount, random() % wm::png::filterCount};
+        const Bytes above = randomRow(random, size);
+        Bytes row = randomRow(random, size);
+        for (std::size_t i = 0; i < size; ++i) {
+            const int a = i >= 4 ? row[i - 4] : 0;
+            const int c = i >= 4 ? above[i - 4] : 0;
+            const auto filter = static_cast<unsigned>(filters[i < seam ? 0 : 1]);
+            row[i] = static_cast<std::uint8_t>(prediction(filter, a, above[i], c) + static_cast<int>(random() % 3) - 1);
+        }
+        const Bytes result = chosen(row, above);
+        ASSERT_EQ(result, bestFiltered(row, above)) << round;
+        ++counts[result[0]];
+    }
+    for (unsigned filter = 0; filter < wm::png::filterCount; ++filter) EXPECT_GT(counts[filter], 0) << filter;
+}
+
+TEST(Filters, EveryPaethPredictionIsRightWhenWriting) {
+    // All (a, b) for a spread of c, in pairs of pixels: the first sets a and c, the second is what is predicted.
+    int rows = 0;
+    int paethRows = 0;
+    for (int c = 0; c < 256; c += 15)
+        for (int a = 0; a < 256; ++a) {
+            Bytes row;
+            Bytes above;
+            for (int b = 0; b < 256; b += 4) {
+                row.insert(row.end(), 4, static_cast<std::uint8_t>(a));
+                above.insert(above.end(), 4, static_cast<std::uint8_t>(c));
+                for (int channel = 0; channel < 4; ++channel) {
+                    row.push_back(static_cast<std::uint8_t>(paeth(a, b + channel, c)));
+                    above.push_back(static_cast<std::uint8_t>(b + channel));
+                }
+            }
+            const Bytes result = chosen(row, above);
+            ASSERT_EQ(result, bestFiltered(row, above)) << a << ' ' << c;
+            ++rows;
+            if (result[0] == wm::png::filterPaeth) ++paethRows;
+        }
+    EXPECT_GT(paethRows, rows / 2);
+}
+
 TEST(Filters, OfEqualSumsTheFirstFilterIsTaken) {
     const Bytes zeros(64);
     EXPECT_EQ(chosen(zeros, zeros)[0], wm::png::filterNone);
