@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -34,18 +33,12 @@ public:
     void prepare(const PlushImage& image, int row, const Strip& strip) {
         row_ = row;
         groups_.resize(strip.groups());
-        const PixelByte* pixels =
-            image.pixels + static_cast<std::size_t>(row) * static_cast<std::size_t>(image.width) * bytesPerPixel;
-        for (std::size_t group = 0; group < strip.groups(); ++group) {
-            const std::size_t at = group * pixelsAtOnce;
-            const Pixels4 lower = gatheredPixels(pixels, &strip.lower[at]);
-            const Pixels4 upper = gatheredPixels(pixels, &strip.upper[at]);
-            const Floats4 weight = loadFloats4(&strip.weight[at]);
+        forEachGroup(image, row, strip, [this](std::size_t group, Pixels4 lower, Pixels4 upper, Floats4 weight) {
             for (int channel = 0; channel < bytesPerPixel; ++channel) {
                 groups_[group][static_cast<std::size_t>(channel)] =
                     channelOf(lower, channel) * (1.0F - weight) + channelOf(upper, channel) * weight;
             }
-        }
+        });
     }
 
     int row() const { return row_; }
@@ -72,13 +65,7 @@ void fillStrip(PlushImage& image, const Strip& strip, int step, RowRange rows) {
     GridLine bottom;
     for (int y = rows.first; y < rows.last; ++y) {
         const Between place = between(y, step, image.height);
-        if (top.row() != place.lower) {
-            if (bottom.row() == place.lower) {
-                std::swap(top, bottom);
-            } else {
-                top.prepare(image, place.lower, strip);
-            }
-        }
+        prepareOrTake(top, bottom, image, place.lower, strip);
         const bool onGrid = place.weight == 0.0F; // or behind its last row: the lower line alone counts
         if (!onGrid && bottom.row() != place.upper) bottom.prepare(image, place.upper, strip);
         const GridLine& other = onGrid ? top : bottom;

@@ -8,6 +8,7 @@
 #include "plush/wide_vectors.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 /// Where a row or column lies between two others.
@@ -61,4 +62,27 @@ inline Pixels4 gatheredPixels(const PixelByte* row, const int* columns) {
         pixels[at] = loadPixel(row + static_cast<std::size_t>(columns[at]) * bytesPerPixel);
     }
     return pixels;
+}
+
+/// Calls `take` for each group of a strip with its number and, for a row of the image, the pixels to the left and right
+/// of its columns and the weight of the right ones.
+template <typename Take> void forEachGroup(const PlushImage& image, int row, const Strip& strip, Take take) {
+    const PixelByte* pixels =
+        image.pixels + static_cast<std::size_t>(row) * static_cast<std::size_t>(image.width) * bytesPerPixel;
+    for (std::size_t group = 0; group < strip.groups(); ++group) {
+        const std::size_t at = group * pixelsAtOnce;
+        take(group, gatheredPixels(pixels, &strip.lower[at]), gatheredPixels(pixels, &strip.upper[at]),
+             loadFloats4(&strip.weight[at]));
+    }
+}
+
+/// Brings `line` to a row of the image. If `next` is there already, as it is when the way down has reached it, the two
+/// change places.
+template <typename Line>
+void prepareOrTake(Line& line, Line& next, const PlushImage& image, int row, const Strip& strip) {
+    if (line.row() == row) return;
+    if (next.row() == row)
+        std::swap(line, next);
+    else
+        line.prepare(image, row, strip);
 }

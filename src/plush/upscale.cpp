@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -36,18 +35,12 @@ public:
         row_ = row;
         left_.resize(strip.groups());
         right_.resize(strip.groups());
-        const PixelByte* pixels =
-            image.pixels + static_cast<std::size_t>(row) * static_cast<std::size_t>(image.width) * bytesPerPixel;
-        for (std::size_t group = 0; group < strip.groups(); ++group) {
-            const std::size_t at = group * pixelsAtOnce;
-            const Pixels4 lower = gatheredPixels(pixels, &strip.lower[at]);
-            const Pixels4 upper = gatheredPixels(pixels, &strip.upper[at]);
-            const Floats4 weight = loadFloats4(&strip.weight[at]);
+        forEachGroup(image, row, strip, [this](std::size_t group, Pixels4 lower, Pixels4 upper, Floats4 weight) {
             for (int channel = 0; channel < bytesPerPixel; ++channel) {
                 left_[group][static_cast<std::size_t>(channel)] = channelOf(lower, channel) * (1.0F - weight);
                 right_[group][static_cast<std::size_t>(channel)] = channelOf(upper, channel) * weight;
             }
-        }
+        });
     }
 
     int row() const { return row_; }
@@ -82,13 +75,7 @@ void drawStrip(PixelByte* target, int targetWidth, const PlushImage& image, cons
     WeightedRow below;
     for (int y = rows.first; y < rows.last; ++y) {
         const Between place = between(y, factor, image.height);
-        if (above.row() != place.lower) {
-            if (below.row() == place.lower) {
-                std::swap(above, below);
-            } else {
-                above.prepare(image, place.lower, strip);
-            }
-        }
+        prepareOrTake(above, below, image, place.lower, strip);
         if (below.row() != place.upper) below.prepare(image, place.upper, strip);
         const std::size_t pixel = static_cast<std::size_t>(y) * static_cast<std::size_t>(targetWidth);
         drawRow(target + (pixel + static_cast<std::size_t>(strip.first)) * bytesPerPixel, strip, above, below,
