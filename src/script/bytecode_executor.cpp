@@ -380,24 +380,8 @@ void OstrelScript::executeFunctionChunk(const ScriptCallable& callable, BlockSig
     ChunkRun(*this, callable.program, signal, result).runFunction(callable.chunkIndex);
 }
 
-namespace {
-
-/// Counts nested script executions.
-class RunDepth {
-public:
-    explicit RunDepth(std::size_t& depth) : depth_(depth) { ++depth_; }
-    RunDepth(const RunDepth&) = delete;
-    RunDepth& operator=(const RunDepth&) = delete;
-    ~RunDepth() { --depth_; }
-
-private:
-    std::size_t& depth_;
-};
-
-} // namespace
-
 Variable OstrelScript::runBytecodeProgram(const std::shared_ptr<BytecodeProgram>& program) {
-    const RunDepth depth(runDepth_);
+    const DepthGuard depth(runDepth_);
     const PositionGuard position(*this);
     const SourceGuard source(*this, program->sourcePath, program->sourceDirectory);
     BlockSignal signal;

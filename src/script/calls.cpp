@@ -7,18 +7,6 @@
 
 namespace {
 
-/// Counts a nesting level up for as long as it stands.
-class DepthGuard {
-public:
-    explicit DepthGuard(std::size_t& depth) : depth_(depth) { ++depth_; }
-    DepthGuard(const DepthGuard&) = delete;
-    DepthGuard& operator=(const DepthGuard&) = delete;
-    ~DepthGuard() { --depth_; }
-
-private:
-    std::size_t& depth_;
-};
-
 /// Takes off what was pushed on a stack since it was made.
 template <typename Stack> class StackGuard {
 public:

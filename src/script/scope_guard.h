@@ -65,6 +65,18 @@ private:
     const std::string* directory_;
 };
 
+/// Counts a nesting level up for as long as it stands.
+class DepthGuard {
+public:
+    explicit DepthGuard(std::size_t& depth) : depth_(depth) { ++depth_; }
+    DepthGuard(const DepthGuard&) = delete;
+    DepthGuard& operator=(const DepthGuard&) = delete;
+    ~DepthGuard() { --depth_; }
+
+private:
+    std::size_t& depth_;
+};
+
 /// Raises the block depth for as long as it stands.
 class BlockDepthGuard {
 public:
