@@ -192,7 +192,7 @@ std::string listedProcessorName() {
 
 } // namespace
 
-int posix_user_name(char* buffer, unsigned size) {
+int wm_user_name(char* buffer, unsigned size) {
     std::array<char, passwordEntrySize> storage{};
     passwd entry{};
     passwd* found = nullptr;
@@ -200,22 +200,22 @@ int posix_user_name(char* buffer, unsigned size) {
     return writeText(known && entry.pw_name ? trimmed(entry.pw_name) : std::string(), buffer, size);
 }
 
-int posix_platform_name(char* buffer, unsigned size) {
+int wm_platform_name(char* buffer, unsigned size) {
     return writeText(trimmed(std::string(systemNames().sysname) + " " + architectureName()), buffer, size);
 }
 
-int posix_version_string(char* buffer, unsigned size) {
+int wm_version_string(char* buffer, unsigned size) {
     const std::string release = trimmed(systemNames().release);
     const int written = writeText(release, buffer, size);
     return release.empty() ? 0 : written;
 }
 
-int posix_processor_name(char* buffer, unsigned size) {
+int wm_processor_name(char* buffer, unsigned size) {
     const std::string name = listedProcessorName();
     return writeText(name.empty() ? std::string("Unknown ") + architectureName() : name, buffer, size);
 }
 
-int posix_temp_directory(char* buffer, unsigned size) {
+int wm_temp_directory(char* buffer, unsigned size) {
     const char* chosen = std::getenv("TMPDIR");
     std::string path = trimmed(chosen ? chosen : "");
     if (path.empty()) path = "/tmp/";
@@ -223,7 +223,7 @@ int posix_temp_directory(char* buffer, unsigned size) {
     return writeText(path, buffer, size);
 }
 
-int posix_executable_directory(char* buffer, unsigned size) {
+int wm_executable_directory(char* buffer, unsigned size) {
     std::string path(executablePathSize, '\0');
     const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
     const bool whole = length > 0 && static_cast<std::size_t>(length) < path.size();
@@ -235,13 +235,6 @@ int posix_executable_directory(char* buffer, unsigned size) {
     }
     return writeText(path.substr(0, separator + 1), buffer, size);
 }
-
-int wm_user_name(char* buffer, unsigned size) { return posix_user_name(buffer, size); }
-int wm_platform_name(char* buffer, unsigned size) { return posix_platform_name(buffer, size); }
-int wm_version_string(char* buffer, unsigned size) { return posix_version_string(buffer, size); }
-int wm_processor_name(char* buffer, unsigned size) { return posix_processor_name(buffer, size); }
-int wm_temp_directory(char* buffer, unsigned size) { return posix_temp_directory(buffer, size); }
-int wm_executable_directory(char* buffer, unsigned size) { return posix_executable_directory(buffer, size); }
 
 std::FILE* wm_windows_popen(const char* command, const char* mode) {
     if (!command) return nullptr;
