@@ -227,6 +227,13 @@ int imageCoordinate(int clientPosition, int drawnOffset, int drawnSize, int imag
     return static_cast<int>(std::min<std::int64_t>(mapped, imageSize - 1));
 }
 
+ClientSize heldClientSize(int width, int height) {
+    ClientSize size;
+    size.width = std::clamp(width, 1, longestWindowSide);
+    size.height = std::clamp(height, 1, std::min(longestWindowSide, largestWindowArea / size.width));
+    return size;
+}
+
 int centredPosition(int available, int size) { return std::max(0, (available - size) / 2); }
 
 void resizeBackbuffer(WmWindow& window) {

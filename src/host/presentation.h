@@ -88,9 +88,22 @@ DrawnRectangle drawnRectangle(int imageWidth, int imageHeight, int clientWidth, 
 /// last, positions outside to the nearer of the two. An image or drawn size below 2 gives 0.
 int imageCoordinate(int clientPosition, int drawnOffset, int drawnSize, int imageSize);
 
-/// The longest side that a window is made or resized to, in pixels: Windows manages no more, and a script's typing
-/// error must not ask for a picture of 16 EiB.
+/// The longest side that a window is made or resized to, in pixels: no system manages more.
 constexpr int longestWindowSide = 16384;
+
+/// The largest client area that a window is made or resized to, in pixels. It holds every screen there is, and a
+/// script's typing error does not ask for gigabytes.
+constexpr int largestWindowArea = 1 << 26;
+
+/// A width and a height, in pixels.
+struct ClientSize {
+    int width = 0;
+    int height = 0;
+};
+
+/// The client area that a window gets when a script asks for this one: each side is at least 1 and at most
+/// `longestWindowSide`, and the height gives way where the area would be larger than `largestWindowArea`.
+ClientSize heldClientSize(int width, int height);
 
 /// Where to put something of this size to centre it in what is available, but never at a negative position.
 int centredPosition(int available, int size);

@@ -232,11 +232,10 @@ bool presentBackbuffer(SdlWindow& window) {
 bool openWindow(SdlWindow& window) {
     SDL_Rect screen{};
     if (sdl().getDisplayBounds(0, &screen) != 0) return false;
-    const int clientWidth = std::max(window.imageWidth, 1);
-    const int clientHeight = std::max(window.imageHeight, 1);
-    const int x = screen.x + centredPosition(screen.w, clientWidth);
-    const int y = screen.y + centredPosition(screen.h, clientHeight);
-    window.handle = sdl().createWindow(window.title.c_str(), x, y, clientWidth, clientHeight,
+    const ClientSize size = heldClientSize(window.imageWidth, window.imageHeight);
+    const int x = screen.x + centredPosition(screen.w, size.width);
+    const int y = screen.y + centredPosition(screen.h, size.height);
+    window.handle = sdl().createWindow(window.title.c_str(), x, y, size.width, size.height,
                                        SDL_WINDOW_SHOWN | SDL_WINDOW_RESIZABLE);
     if (!window.handle) return false;
     sdl().setWindowData(window.handle, recordKey, &window);
@@ -292,7 +291,8 @@ void wm_setWindowTitle(WmWindow* window, const char* title) {
 void wm_setWindowSize(WmWindow* window, int width, int height) {
     if (!window) return;
     SDL_Window* handle = platformWindow(window)->handle;
-    sdl().setWindowSize(handle, std::clamp(width, 1, longestWindowSide), std::clamp(height, 1, longestWindowSide));
+    const ClientSize size = heldClientSize(width, height);
+    sdl().setWindowSize(handle, size.width, size.height);
     sdl().getWindowSize(handle, &width, &height);
     clientResized(*window, width, height);
 }

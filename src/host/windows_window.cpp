@@ -153,20 +153,19 @@ bool registerWindowClass() {
     return registered;
 }
 
-RECT outerRectangle(int clientWidth, int clientHeight) {
-    RECT outer{0, 0, std::clamp(clientWidth, 1, longestWindowSide), std::clamp(clientHeight, 1, longestWindowSide)};
+/// How large a window is whose client area has this size.
+SIZE outerSize(const ClientSize& client) {
+    RECT outer{0, 0, client.width, client.height};
     AdjustWindowRect(&outer, overlappedStyle, FALSE);
-    return outer;
+    return {outer.right - outer.left, outer.bottom - outer.top};
 }
 
 bool openWindow(WindowsWindow& window) {
-    const RECT outer = outerRectangle(window.imageWidth, window.imageHeight);
-    const int width = outer.right - outer.left;
-    const int height = outer.bottom - outer.top;
-    const int x = centredPosition(GetSystemMetrics(SM_CXSCREEN), width);
-    const int y = centredPosition(GetSystemMetrics(SM_CYSCREEN), height);
+    const SIZE outer = outerSize(heldClientSize(window.imageWidth, window.imageHeight));
+    const int x = centredPosition(GetSystemMetrics(SM_CXSCREEN), outer.cx);
+    const int y = centredPosition(GetSystemMetrics(SM_CYSCREEN), outer.cy);
     // The handle is stored by the window's own first message, since others arrive before this call returns.
-    if (!CreateWindowExW(0, windowClassName, wideText(window.title).c_str(), overlappedStyle, x, y, width, height,
+    if (!CreateWindowExW(0, windowClassName, wideText(window.title).c_str(), overlappedStyle, x, y, outer.cx, outer.cy,
                          nullptr, nullptr, GetModuleHandleW(nullptr), &window)) {
         return false;
     }
@@ -226,8 +225,8 @@ void wm_setWindowTitle(WmWindow* window, const char* title) {
 
 void wm_setWindowSize(WmWindow* window, int width, int height) {
     if (!window) return;
-    const RECT outer = outerRectangle(width, height);
-    SetWindowPos(platformWindow(window)->handle, nullptr, 0, 0, outer.right - outer.left, outer.bottom - outer.top,
+    const SIZE outer = outerSize(heldClientSize(width, height));
+    SetWindowPos(platformWindow(window)->handle, nullptr, 0, 0, outer.cx, outer.cy,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

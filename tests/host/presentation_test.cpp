@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstdint>
 #include <iostream>
+#include <limits>
 #include <map>
 #include <random>
 #include <set>
@@ -186,6 +187,31 @@ TEST(DrawnRectangle, FollowsThePlainRuleForManySizes) {
         ASSERT_EQ(drawn.top, plain.top);
         ASSERT_TRUE(drawn.width == cw || drawn.height == ch) << "touches neither side";
     }
+}
+
+TEST(HeldClientSize, IsWhatWasAskedForWhereAWindowCanBeThat) {
+    for (const auto& [width, height] : {std::pair{1, 1}, {960, 544}, {1, 16384}, {16384, 4096}, {8192, 8192}}) {
+        EXPECT_EQ(heldClientSize(width, height).width, width);
+        EXPECT_EQ(heldClientSize(width, height).height, height);
+    }
+}
+
+TEST(HeldClientSize, HasSidesOfAtLeastOnePixel) {
+    const ClientSize size = heldClientSize(0, std::numeric_limits<int>::min());
+    EXPECT_EQ(size.width, 1);
+    EXPECT_EQ(size.height, 1);
+}
+
+TEST(HeldClientSize, HasNoLongerSideThanTheLongest) {
+    EXPECT_EQ(heldClientSize(16385, 10).width, 16384);
+    EXPECT_EQ(heldClientSize(10, std::numeric_limits<int>::max()).height, 16384);
+}
+
+TEST(HeldClientSize, GivesWayInItsHeightWhereTheAreaWouldBeTooLarge) {
+    const ClientSize size = heldClientSize(std::numeric_limits<int>::max(), std::numeric_limits<int>::max());
+    EXPECT_EQ(size.width, 16384);
+    EXPECT_EQ(size.height, 4096);
+    EXPECT_EQ(heldClientSize(10000, 10000).height, 6710);
 }
 
 TEST(CentredPosition, IsNeverNegative) {
