@@ -141,6 +141,18 @@ unsigned char namedKey(SDL_Keycode code) {
     }
 }
 
+/// The virtual-key code that a key of the keypad has while it writes no digit; none if it is no such key.
+unsigned char keypadKey(SDL_Scancode place) {
+    switch (place) {
+    case SDL_SCANCODE_KP_8: return virtualKeyUp;
+    case SDL_SCANCODE_KP_2: return virtualKeyDown;
+    case SDL_SCANCODE_KP_4: return virtualKeyLeft;
+    case SDL_SCANCODE_KP_6: return virtualKeyRight;
+    case SDL_SCANCODE_KP_PERIOD: return virtualKeyDelete;
+    default: return virtualKeyNone;
+    }
+}
+
 /// The virtual-key code of a key. What the layout writes on a letter key decides; a key that writes no Latin letter
 /// counts by its place, as the digit row of some layouts and the letters of other alphabets.
 unsigned char virtualKeyOf(const SDL_Keysym& key) {
@@ -157,6 +169,22 @@ unsigned char virtualKeyOf(const SDL_Keysym& key) {
         return static_cast<unsigned char>('A' + (key.scancode - SDL_SCANCODE_A));
     }
     return virtualKeyNone;
+}
+
+/// A key of the keypad went down or up. Whether it writes a digit is decided when it goes down: its release counts in
+/// any case, or a key could stay held for ever.
+void handleKeypad(SdlWindow& window, const SDL_KeyboardEvent& event) {
+    const bool down = event.type == SDL_KEYDOWN;
+    const bool writesDigits = (event.keysym.mod & KMOD_NUM) != 0;
+    if (!down || !writesDigits) keyChanged(window, keypadKey(event.keysym.scancode), down);
+}
+
+void handleKey(SdlWindow& window, const SDL_KeyboardEvent& event) {
+    if (keypadKey(event.keysym.scancode) != virtualKeyNone) {
+        handleKeypad(window, event);
+    } else {
+        keyChanged(window, virtualKeyOf(event.keysym), event.type == SDL_KEYDOWN);
+    }
 }
 
 void handleWindowEvent(SdlWindow& window, const SDL_WindowEvent& event) {
@@ -201,7 +229,7 @@ void handleEvent(SdlWindow& updated, const SDL_Event& event) {
     case SDL_KEYDOWN:
     case SDL_KEYUP:
         window = eventWindow(event.key.windowID);
-        if (window) keyChanged(*window, virtualKeyOf(event.key.keysym), event.type == SDL_KEYDOWN);
+        if (window) handleKey(*window, event.key);
         break;
     case SDL_MOUSEMOTION:
         window = eventWindow(event.motion.windowID);

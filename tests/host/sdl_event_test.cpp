@@ -47,13 +47,14 @@ protected:
         event.window = {SDL_WINDOWEVENT, 0, id, static_cast<Uint8>(kind), 0, 0, 0, first, second};
         send(event);
     }
-    void sendKey(SDL_Scancode place, SDL_Keycode meaning, bool down) {
+    void sendKey(SDL_Scancode place, SDL_Keycode meaning, bool down, Uint16 modifiers = KMOD_NONE) {
         SDL_Event event{};
         event.key.type = down ? SDL_KEYDOWN : SDL_KEYUP;
         event.key.windowID = id;
         event.key.state = down ? SDL_PRESSED : SDL_RELEASED;
         event.key.keysym.scancode = place;
         event.key.keysym.sym = meaning;
+        event.key.keysym.mod = modifiers;
         send(event);
     }
     void sendMotion(int x, int y) {
@@ -138,6 +139,29 @@ TEST_F(SdlEvents, EachKeyHasItsCode) {
         sendKey(row.place, row.meaning, false);
         EXPECT_EQ(keysDown(), std::vector<int>()) << "place " << row.place << ", meaning " << row.meaning;
     }
+}
+
+TEST_F(SdlEvents, TheKeypadMovesWhileItWritesNoDigits) {
+    struct Row {
+        SDL_Scancode place;
+        SDL_Keycode meaning;
+        int code;
+    };
+    const std::vector<Row> rows = {
+        {SDL_SCANCODE_KP_8, SDLK_KP_8, 38},           {SDL_SCANCODE_KP_2, SDLK_KP_2, 40},
+        {SDL_SCANCODE_KP_4, SDLK_KP_4, 37},           {SDL_SCANCODE_KP_6, SDLK_KP_6, 39},
+        {SDL_SCANCODE_KP_PERIOD, SDLK_KP_PERIOD, 46},
+    };
+    for (const Row& row : rows) {
+        sendKey(row.place, row.meaning, true);
+        EXPECT_EQ(keysDown(), std::vector<int>{row.code});
+        sendKey(row.place, row.meaning, false, KMOD_NUM); // switched while the key was held
+        EXPECT_EQ(keysDown(), std::vector<int>());
+        sendKey(row.place, row.meaning, true, KMOD_NUM);
+        EXPECT_EQ(keysDown(), std::vector<int>());
+    }
+    sendKey(SDL_SCANCODE_KP_7, SDLK_KP_7, true);
+    EXPECT_EQ(keysDown(), std::vector<int>()) << "no key that a script can read";
 }
 
 TEST_F(SdlEvents, TheFocusDecidesWhetherKeysAreHeld) {

@@ -41,6 +41,7 @@ class Screen:
         handler = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
         self.ignore_errors = handler(lambda display, error: 0)  # a window may vanish while we ask about it
         self.x.XSetErrorHandler(self.ignore_errors)
+        self.x.XKeysymToKeycode.restype = ctypes.c_ubyte
         self.display = ctypes.c_void_p(self.x.XOpenDisplay(self.name.encode()))
         if not self.display.value:
             raise RuntimeError('cannot open ' + self.name)
@@ -53,6 +54,11 @@ class Screen:
 
     def xdotool(self, *arguments):
         subprocess.run(['xdotool'] + [str(a) for a in arguments], env=self.environment, check=True)
+
+    def keycode(self, symbol):
+        """The key that has this symbol."""
+        self.x.XStringToKeysym.restype = ctypes.c_ulong
+        return self.x.XKeysymToKeycode(self.display, ctypes.c_ulong(self.x.XStringToKeysym(symbol.encode())))
 
     def sync(self):
         self.x.XSync(self.display, 0)

@@ -400,6 +400,26 @@ class Test:
         self.eventually(lambda: self.sees_key('L'), True, 'a key in the restored window')
         self.point_at_all_edges()
 
+    def the_keypad_moves_while_it_writes_no_digits(self):
+        for symbol, key in (('KP_Left', 'LEFT'), ('KP_Up', 'UP'), ('KP_Right', 'RIGHT'), ('KP_Down', 'DOWN'),
+                            ('KP_Delete', 'DELETE'), ('KP_Enter', 'RETURN')):
+            code = self.screen.keycode(symbol)
+            self.screen.xdotool('keydown', code)
+            self.game.wait_state('key ' + key, True)
+            self.screen.xdotool('keyup', code)
+            self.game.wait_state('key ' + key, False)
+
+    def the_keypad_does_nothing_while_it_writes_digits(self):
+        self.screen.xdotool('key', 'Num_Lock')
+        try:
+            since = len(self.game.lines)
+            for symbol in ('KP_Left', 'KP_Up', 'KP_Right', 'KP_Down', 'KP_Delete'):
+                self.screen.xdotool('key', self.screen.keycode(symbol))
+            time.sleep(QUIET)
+            self.same([l for l in self.game.lines[since:] if l.startswith('key')], [], 'what the game saw')
+        finally:
+            self.screen.xdotool('key', 'Num_Lock')
+
     def a_key_held_when_the_focus_is_lost_reads_up_at_once(self):
         self.point_at(100, 100)
         self.screen.xdotool('keydown', KEYS['H'])
@@ -490,6 +510,8 @@ class Test:
                         self.the_clear_colour_changes_bars_and_transparent_pixels,
                         self.spawning_again_renames_and_resizes_the_window, self.the_title_can_be_set_and_read,
                         self.a_minimised_window_keeps_its_size_and_picture,
+                        self.the_keypad_moves_while_it_writes_no_digits,
+                        self.the_keypad_does_nothing_while_it_writes_digits,
                         self.a_key_held_when_the_focus_is_lost_reads_up_at_once,
                         self.keys_of_another_window_are_not_seen, self.keys_are_seen_again_with_the_focus,
                         self.a_killed_window_makes_room_for_another, self.the_close_button_only_asks,
