@@ -126,6 +126,13 @@ void surviveBrokenPipes() {
     }
 }
 
+/// A process may be started with the end of its children ignored, and would then never learn an exit code. A handler
+/// that somebody set stays.
+void keepExitCodes() {
+    struct sigaction current {};
+    if (sigaction(SIGCHLD, nullptr, &current) == 0 && current.sa_handler == SIG_IGN) std::signal(SIGCHLD, SIG_DFL);
+}
+
 std::FILE* openProcess(const char* command, bool writing) {
     std::array<int, 2> ends{-1, -1};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) return nullptr;
@@ -142,6 +149,7 @@ std::FILE* openProcess(const char* command, bool writing) {
     const bool haveStandardError = fcntl(STDERR_FILENO, F_GETFD) != -1;
     if (!haveStandardError && !plan.useNullDevice(STDERR_FILENO)) return nullptr;
     if (writing) surviveBrokenPipes();
+    keepExitCodes();
     const pid_t child = plan.startShell(command);
     if (child == -1) return nullptr;
 

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -124,6 +125,12 @@ TEST(ReadPipe, ACommandThatDoesNotExistEndsWithTheShellsCode) {
 TEST(ReadPipe, AChildKilledByASignalHasACodeOfItsOwn) {
     EXPECT_EQ(run("kill -9 $$").code, 128 + 9);
     EXPECT_EQ(run("kill -15 $$").code, 128 + 15);
+}
+
+TEST(ReadPipe, HasItsExitCodeAlsoWhenTheEndsOfChildrenWereIgnored) {
+    const auto before = std::signal(SIGCHLD, SIG_IGN); // as whoever starts us may leave it
+    EXPECT_EQ(run("exit 3").code, 3);
+    std::signal(SIGCHLD, before);
 }
 
 TEST(ReadPipe, ClosingBeforeTheEndWaitsForTheChild) {
