@@ -22,8 +22,8 @@ TIMEOUT = 60  # seconds
 class Game:
     """A game directory with the executable in bin/; removed at the end of a with statement."""
 
-    def __init__(self, script='print("game")\n', graphics='', name='Velmaris'):
-        self.root = os.path.realpath(tempfile.mkdtemp(prefix='game'))
+    def __init__(self, script='print("game")\n', graphics='', name='Velmaris', prefix='game'):
+        self.root = os.path.realpath(tempfile.mkdtemp(prefix=prefix))
         for directory in ('bin', 'Resources/package', 'Resources/scripts', 'Resources/volatile', 'Libraries'):
             os.makedirs(os.path.join(self.root, directory))
         self.executable = os.path.join(self.root, 'bin', name + SUFFIX)
@@ -49,7 +49,7 @@ class Game:
         command = [command or self.executable, *arguments]
         if WINDOWS:
             command.insert(0, 'wine')
-        environment = dict(os.environ, SDL_VIDEODRIVER='dummy', WINEDEBUG='-all')
+        environment = dict(os.environ, SDL_VIDEODRIVER='dummy', WINEDEBUG='-all', LC_ALL='C.UTF-8')
         done = subprocess.run(command, cwd=directory or os.path.join(self.root, 'bin'), env=environment,
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                               timeout=TIMEOUT, check=False)
@@ -100,6 +100,49 @@ class Start(unittest.TestCase):
     def test_no_line_end_is_changed(self):
         with Game('print("a\\nb\\r\\nc")\nOstrel["hostLog"]("d\\ne")\n') as game:
             self.assertEqual(game.start(), ('a\nb\r\nc\n', 'd\ne\n', 0))
+
+
+class Names(unittest.TestCase):
+    """A file has the same name on every system, whatever letters it is written in."""
+
+    LETTERS = '\u00e9\u20ac \u65e5\u672c \u0436'
+
+    def test_a_game_may_lie_in_a_directory_of_any_name(self):
+        with Game(Start.SHOW_PATH, prefix=self.LETTERS) as game:
+            self.assertEqual(game.start(), (Start.SHOWN, '', 0))
+
+    def test_the_files_of_a_game_may_have_any_name(self):
+        script = ('print(Ostrel["readFile"]("%s.txt"))\n'
+                  'file = io["open"]("%s.txt")\n'
+                  'print(file["read"](file))\n'
+                  'file["close"](file)\n'
+                  'runFile("%s.os")\n' % ((self.LETTERS,) * 3))
+        with Game(script) as game:
+            game.write('Resources/scripts/%s.txt' % self.LETTERS, 'a text')
+            game.write('Resources/scripts/%s.os' % self.LETTERS, 'print("a script")\n')
+            self.assertEqual(game.start(), ('a text\na text\na script\n', '', 0))
+
+    def test_what_a_game_writes_has_the_name_that_it_gave(self):
+        script = ('volatile = Ostrel["getPath"]() + "../Resources/volatile/%s"\n'
+                  'file = io["open"](volatile + ".txt", "w")\n'
+                  'file["write"]("a text")\n'
+                  'file["close"](file)\n'
+                  'picture = Plush["createImage"](2, 1, 1, 2, 3, 4)\n'
+                  'Plush["saveImage"](volatile + ".png", picture)\n'
+                  'Plush["savePlushImage"](picture, volatile + ".pmg")\n'
+                  'image, height, width = Plush["loadPNG"](volatile + ".png")\n'
+                  'print(height, width)\n'
+                  'image, width, height = Plush["loadPlushImage"](volatile + ".pmg")\n'
+                  'print(width, height)\n' % self.LETTERS)
+        with Game(script) as game:
+            self.assertEqual(game.start(), ('1 2\n2 1\n', '', 0))
+            written = sorted(os.listdir(os.path.join(game.root, 'Resources/volatile')))
+            self.assertEqual(written, [self.LETTERS + suffix for suffix in ('.pmg', '.png', '.txt')])
+
+    def test_a_command_gets_the_letters_that_it_was_given(self):
+        with Game('pipe = io["popen"]("echo x>\\"%s\\"")\npipe["close"](pipe)\n' % self.LETTERS) as game:
+            self.assertEqual(game.start(), ('', '', 0))
+            self.assertIn(self.LETTERS, os.listdir(os.path.join(game.root, 'bin')))
 
 
 class Failure(unittest.TestCase):
