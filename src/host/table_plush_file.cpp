@@ -7,13 +7,13 @@
 
 namespace {
 
-Variable savePlushImageBinding(const Arguments& arguments) {
-    const PlushImage* image = imageHandle(arguments, 0, "image");
-    return savePlushImage(image, engine.normalisePath(arguments.text(1, "path")));
+Variable saveImageRaw(const Arguments& arguments) {
+    const PlushImage* image = liveImage(arguments, 0, "image");
+    return savePlushImage(image, arguments.text(1, "path"));
 }
 
-Variable loadPlushImageBinding(const Arguments& arguments) {
-    PlushImage* image = loadPlushImage(engine.normalisePath(arguments.text(0, "path")));
+Variable loadImageRaw(const Arguments& arguments) {
+    PlushImage* image = loadPlushImage(arguments.text(0, "path"));
     if (!image) return {};
     return returnValues({image, image->width, image->height});
 }
@@ -22,8 +22,8 @@ Variable loadPlushImageBinding(const Arguments& arguments) {
 
 void registerPlushFiles() {
     constexpr ModuleEntry entries[] = {
-        {"savePlushImage", savePlushImageBinding},
-        {"loadPlushImage", loadPlushImageBinding},
+        {"savePlushImage", saveImageRaw},
+        {"loadPlushImage", loadImageRaw},
     };
     extendModule("Plush", entries);
 }

@@ -34,8 +34,8 @@ using OwnedImage = std::unique_ptr<PlushImage, ImageDeleter>;
 /// stands behind the map is ignored.
 OwnedImage readPMG(std::span<const std::uint8_t> bytes);
 
-/// Writes a live image to a file. False if the image is not live or cannot be written, for another extension than
-/// ".pmg", or if the file cannot be written whole.
+/// Writes an image to a file. False for a null image or one that cannot be written, for another extension than ".pmg",
+/// or if the file cannot be written whole.
 bool savePlushImage(const PlushImage* image, const std::string& path);
 
 /// Reads a file into a new live image. Null for another extension than ".pmg" or on any fault.

@@ -3,7 +3,6 @@
 
 #include "plush/byte_writer.h"
 #include "plush/pmg.h"
-#include "plush/registry.h"
 #include "plush/runtime_file.h"
 
 #include <new>
@@ -44,7 +43,7 @@ bool writePMG(const PlushImage& image, std::vector<std::uint8_t>& bytes) {
 }
 
 bool savePlushImage(const PlushImage* image, const std::string& path) {
-    if (!isLiveImage(image) || !hasPMGExtension(path)) return false;
+    if (image == nullptr || !hasPMGExtension(path)) return false;
     try {
         std::vector<std::uint8_t> bytes;
         return writePMG(*image, bytes) && writeRuntimeFile(path, bytes);

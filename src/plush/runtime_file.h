@@ -1,6 +1,7 @@
 #pragma once
 
-// Files that a running game reads and writes in one piece, as bytes.
+// Files that a running game reads and writes in one piece, as bytes. Their paths are normalised as those of scripts
+// are: a backslash stands for a slash.
 
 #include <cstdint>
 #include <span>

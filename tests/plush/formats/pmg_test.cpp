@@ -126,13 +126,18 @@ TEST(PMG, IsNotReadUnderAnotherExtension) {
     EXPECT_EQ(loadPlushImage(""), nullptr);
 }
 
-TEST(PMG, NoImageAndAFreedOneAreNotSaved) {
+TEST(PMG, NoImageIsNotSaved) {
     const TemporaryDirectory directory;
     EXPECT_FALSE(savePlushImage(nullptr, directory.path("a.pmg")));
-    PlushImage* freed = createSolidColourImage(1, 1, 0, 0, 0, 0);
-    killImage(freed);
-    EXPECT_FALSE(savePlushImage(freed, directory.path("a.pmg")));
     EXPECT_FALSE(fs::exists(directory.path("a.pmg")));
+}
+
+TEST(PMG, AnImageThatNoScriptHoldsIsSavedAsWell) {
+    const TemporaryDirectory directory;
+    PixelByte pixel[] = {1, 2, 3, 4};
+    const PlushImage image = {.width = 1, .height = 1, .pixels = pixel};
+    EXPECT_TRUE(savePlushImage(&image, directory.path("a.pmg")));
+    EXPECT_EQ(fs::file_size(directory.path("a.pmg")), 36U);
 }
 
 TEST(PMG, SizesThatHaveNoPixelsAreNotSaved) {
@@ -182,6 +187,16 @@ TEST(RuntimeFile, GivesBackWhatWasWritten) {
     ASSERT_TRUE(writeRuntimeFile(directory.path("a"), {}));
     ASSERT_TRUE(readRuntimeFile(directory.path("a"), read, 0));
     EXPECT_TRUE(read.empty());
+}
+
+TEST(RuntimeFile, HasAPathWhoseBackslashesAreSlashes) {
+    const TemporaryDirectory directory;
+    fs::create_directory(directory.path("folder"));
+    Bytes read;
+    ASSERT_TRUE(writeRuntimeFile(directory.path("folder\\a"), Bytes(3)));
+    EXPECT_EQ(fs::file_size(directory.path("folder/a")), 3U);
+    ASSERT_TRUE(readRuntimeFile(directory.path("folder\\a"), read, 3));
+    EXPECT_EQ(read, Bytes(3));
 }
 
 TEST(RuntimeFile, BeyondItsLimitIsNotRead) {
