@@ -55,7 +55,7 @@ struct Header {
     bool isRunLength() const { return (type & runLength) != 0; }
     bool hasAlpha() const { return (descriptor & alphaBits) != 0; }
     bool alphaMayBeUnused() const {
-        const bool byteToSpare = kind() == grey ? depth == 16 : depth == 32;
+        const bool byteToSpare = kind() == grey ? depth == 16 : (kind() == mapped ? mapDepth : depth) == 32;
         return byteToSpare && !hasAlpha();
     }
 };

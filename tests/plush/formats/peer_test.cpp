@@ -26,18 +26,6 @@ Bytes peerPixels(const std::string& path) {
     return readFile(output);
 }
 
-/// The largest difference of any byte; 256 for another size. Of pixels that nobody sees only alpha counts.
-int difference(const Bytes& ours, const Bytes& theirs) {
-    if (ours.size() != theirs.size()) return 256;
-    int largest = 0;
-    for (std::size_t at = 0; at < ours.size(); ++at) {
-        const std::size_t alpha = at | 3;
-        if (at != alpha && ours[alpha] == 0 && theirs[alpha] == 0) continue;
-        largest = std::max(largest, std::abs(ours[at] - theirs[at]));
-    }
-    return largest;
-}
-
 /// Files that it refuses or takes for something else.
 const std::set<std::string> readOtherwise = {
     // BMP: no short header of OS/2 and only three bytes a colour behind the long one, no sixth way of compression, no
@@ -51,7 +39,8 @@ const std::set<std::string> readOtherwise = {
     "colour-32-alpha-unused.tga", "grey-16-alpha-unused.tga", "grey-16-alpha0.tga", "grey-16-alpha0-runs.tga",
     "grey-16-alpha8.tga", "grey-16-alpha8-runs.tga", "index-beyond-map.tga", "map-not-needed.tga",
     "mapped-15-32-from0-alpha8.tga", "mapped-15-32-from0-alpha8-runs.tga", "mapped-16-24-from300-alpha0.tga",
-    "mapped-16-24-from300-alpha0-runs.tga", "mapped-8-16-from3-alpha1.tga", "mapped-8-16-from3-alpha1-runs.tga"};
+    "mapped-16-24-from300-alpha0-runs.tga", "mapped-32-alpha0-all-clear.tga", "mapped-8-16-from3-alpha1.tga",
+    "mapped-8-16-from3-alpha1-runs.tga"};
 
 /// It knows the first versions of the format, without indexed pictures, and gives layers one by one.
 const std::set<std::string> readXcf = {"grey-alpha.xcf", "grey.xcf",      "rgb.xcf",

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -59,6 +60,18 @@ inline std::optional<Bytes> loadedPixels(const Bytes& file, const std::string& e
     const auto size = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height);
     if (image.pixels.size() != size * wm::png::rgbaSize) throw std::logic_error("the pixels are not of the size");
     return image.pixels;
+}
+
+/// The largest difference of any byte; 256 for another size. Of pixels that nobody sees only alpha counts.
+inline int difference(const Bytes& ours, const Bytes& theirs) {
+    if (ours.size() != theirs.size()) return 256;
+    int largest = 0;
+    for (std::size_t at = 0; at < ours.size(); ++at) {
+        const std::size_t alpha = at | 3;
+        if (at != alpha && ours[alpha] == 0 && theirs[alpha] == 0) continue;
+        largest = std::max(largest, std::abs(ours[at] - theirs[at]));
+    }
+    return largest;
 }
 
 /// Loads a file that may say anything, but no picture that would take long to fill. False if there is none.
