@@ -40,5 +40,6 @@ enum Run : std::uint8_t { longestShortRepeat = 126, longRepeat = 127, longLitera
 constexpr unsigned firstWithColourMap = 1;     // before, a colour map was lost in writing
 constexpr unsigned firstWithPrecision = 4;     // a field for how samples are stored
 constexpr unsigned firstWithWidePointers = 11; // of 64 bits
+constexpr unsigned firstWithBigSamples = 12;   // big-endian; before, long samples lay as in the writer's machine
 
 } // namespace wm::png::xcf

@@ -16,11 +16,6 @@ namespace {
 constexpr std::uint32_t mostColours = 256;
 constexpr std::size_t deepestPath = 64; // groups in groups; far more than an editor can show
 
-// How samples are stored: eight bits, as a screen shows them. The field had other values when it was new.
-constexpr std::uint32_t firstPrecision8 = 0;
-constexpr std::uint32_t precision8 = 150;
-constexpr std::uint32_t precision8Perceptual = 175;
-
 /// Reads the four letters of the version: "file" for the first, else a "v" and a number.
 bool parseVersion(ByteReader& reader, unsigned& version) {
     const auto bytes = reader.bytes(versionSize);
@@ -36,11 +31,6 @@ bool parseVersion(ByteReader& reader, unsigned& version) {
         version = version * 10 + static_cast<unsigned>(digit - '0');
     }
     return true;
-}
-
-bool isEightBits(std::uint32_t precision, unsigned version) {
-    if (version == firstWithPrecision) return precision == firstPrecision8;
-    return precision == precision8 || precision == precision8Perceptual;
 }
 
 /// Reads a colour map. Its length counts too few bytes in some files, but its number of colours is always right.
@@ -109,7 +99,9 @@ bool xcf_parse_head(ByteReader& reader, Picture& picture) {
     picture.height = reader.u32be();
     picture.baseType = reader.u32be();
     if (reader.failed() || picture.baseType > indexedBase) return false;
-    if (picture.version >= firstWithPrecision && !isEightBits(reader.u32be(), picture.version)) return false;
+    if (picture.version >= firstWithPrecision && !xcf_sample_format(reader.u32be(), picture.version, picture.samples))
+        return false;
+    if (picture.baseType == indexedBase && !picture.samples.isPlain()) return false; // an index is a byte
     return !reader.failed() && xcf_parse_image_properties(reader, picture);
 }
 
@@ -132,8 +124,10 @@ bool xcf_parse_image_properties(ByteReader& reader, Picture& picture) {
     }
 }
 
+std::size_t xcf_pointer_size(const Picture& picture) { return picture.version >= firstWithWidePointers ? 8 : 4; }
+
 std::uint64_t xcf_take_pointer(ByteReader& reader, const Picture& picture) {
-    return picture.version >= firstWithWidePointers ? reader.u64be() : reader.u32be();
+    return xcf_pointer_size(picture) == 8 ? reader.u64be() : reader.u32be();
 }
 
 ByteReader xcf_reader_at(const Picture& picture, std::uint64_t offset) {
@@ -166,10 +160,13 @@ bool xcf_parse_mask(const Picture& picture, const Layer& layer, std::uint64_t& h
     return !reader.failed() && width == layer.width && height == layer.height;
 }
 
-unsigned xcf_expected_bpp(std::uint32_t layerType) {
+Channels xcf_channels(std::uint32_t layerType) {
     const bool hasAlpha = layerType % 2 == 1;
-    const unsigned colourBytes = layerType / 2 == rgbBase ? 3 : 1;
-    return colourBytes + (hasAlpha ? 1 : 0);
+    return {layerType / 2 == rgbBase ? 3U : 1U, hasAlpha ? 1U : 0U};
+}
+
+unsigned xcf_expected_bpp(const Picture& picture, Channels channels) {
+    return channels.count() * picture.samples.bytes;
 }
 
 } // namespace wm::png::xcf

@@ -5,6 +5,7 @@
 
 #include "plush/byte_reader.h"
 #include "plush/xcf_format.h"
+#include "plush/xcf_samples.h"
 
 #include <array>
 #include <cstddef>
@@ -21,6 +22,7 @@ struct Picture {
     std::uint32_t width = 0;
     std::uint32_t height = 0;
     std::uint32_t baseType = rgbBase;
+    SampleFormat samples;
     std::uint8_t compression = noCompression;
     std::vector<std::array<std::uint8_t, 3>> colours; // of an indexed picture
 };
@@ -47,7 +49,10 @@ bool xcf_parse_head(ByteReader& reader, Picture& picture);
 /// Reads the properties of the picture, up to their end mark.
 bool xcf_parse_image_properties(ByteReader& reader, Picture& picture);
 
-/// Reads one pointer, of 32 or 64 bits.
+/// Bytes of a pointer: 4, or 8 in newer files.
+std::size_t xcf_pointer_size(const Picture& picture);
+
+/// Reads one pointer.
 std::uint64_t xcf_take_pointer(ByteReader& reader, const Picture& picture);
 
 /// A reader at an offset of the file; it has failed if that lies outside.
@@ -59,7 +64,10 @@ bool xcf_parse_layer(const Picture& picture, std::uint64_t offset, Layer& layer)
 /// Finds the pixels of a mask, which must have the size of its layer.
 bool xcf_parse_mask(const Picture& picture, const Layer& layer, std::uint64_t& hierarchy);
 
-/// Bytes of a pixel in a layer of this type.
-unsigned xcf_expected_bpp(std::uint32_t layerType);
+/// What a pixel in a layer of this type consists of.
+Channels xcf_channels(std::uint32_t layerType);
+
+/// Bytes that a pixel with these channels has in the file.
+unsigned xcf_expected_bpp(const Picture& picture, Channels channels);
 
 } // namespace wm::png::xcf

@@ -15,7 +15,8 @@ namespace wm::png::xcf {
 
 namespace {
 
-constexpr std::size_t mostTileBytes = std::size_t{tileSide} * tileSide * 4;
+constexpr std::size_t mostPixelBytes = 4 * sizeof(double);
+constexpr std::size_t mostTileBytes = std::size_t{tileSide} * tileSide * mostPixelBytes;
 
 bool decodeTile(const Picture& picture, std::uint64_t offset, TileSize size, unsigned bpp, std::uint8_t* tile) {
     ByteReader reader = xcf_reader_at(picture, offset);
@@ -74,7 +75,8 @@ bool xcf_decode_rle_tile(ByteReader& reader, TileSize size, unsigned bpp, std::u
 }
 
 bool xcf_decode_layer_pixels(const Picture& picture, std::uint64_t offset, std::uint32_t width, std::uint32_t height,
-                             unsigned bpp, std::uint8_t* pixels) {
+                             Channels channels, std::uint8_t* pixels) {
+    const unsigned bpp = xcf_expected_bpp(picture, channels);
     const std::uint64_t level = findLevel(picture, offset, width, height, bpp);
     ByteReader reader = xcf_reader_at(picture, level);
     if (level == 0 || reader.u32be() != width || reader.u32be() != height) return false;
@@ -84,9 +86,11 @@ bool xcf_decode_layer_pixels(const Picture& picture, std::uint64_t offset, std::
             const std::uint64_t pointer = xcf_take_pointer(reader, picture);
             const TileSize size = {std::min(tileSide, width - x), std::min(tileSide, height - y)};
             if (pointer == 0 || !decodeTile(picture, pointer, size, bpp, tile.data())) return false;
-            const std::size_t rowBytes = std::size_t{size.width} * bpp;
-            for (std::uint32_t row = 0; row < size.height; ++row)
-                std::memcpy(pixels + ((std::size_t{y} + row) * width + x) * bpp, &tile[row * rowBytes], rowBytes);
+            for (std::uint32_t row = 0; row < size.height; ++row) {
+                std::uint8_t* target = pixels + ((std::size_t{y} + row) * width + x) * channels.count();
+                const std::uint8_t* stored = &tile[std::size_t{row} * size.width * bpp];
+                xcf_reduce_samples(picture.samples, channels, stored, size.width, target);
+            }
         }
     }
     return xcf_take_pointer(reader, picture) == 0 && !reader.failed();

@@ -21,9 +21,9 @@ struct TileSize {
 bool xcf_decode_rle_tile(ByteReader& reader, TileSize size, unsigned bpp, std::uint8_t* tile);
 
 /// Decodes all tiles below the hierarchy at `offset`.
-/// @param bpp     bytes that a pixel has to have
-/// @param pixels  receives `width * height * bpp` bytes, rows from the top
+/// @param channels  what a pixel has to consist of
+/// @param pixels    receives `width * height` pixels, a byte for each channel, rows from the top
 bool xcf_decode_layer_pixels(const Picture& picture, std::uint64_t offset, std::uint32_t width, std::uint32_t height,
-                             unsigned bpp, std::uint8_t* pixels);
+                             Channels channels, std::uint8_t* pixels);
 
 } // namespace wm::png::xcf

@@ -426,6 +426,7 @@ class Xcf:
     def __init__(self, layers, size=(W, H), version=0, base=0, compression=1, colours=None, precision=150, more=b'',
                  count=None, magic=None, faults=()):
         self.faults, self.compression, self.version = faults, compression, version
+        self.hierarchies = []
         self.pointer = '>Q' if version >= 11 else '>I'
         magic = magic or (b'gimp xcf file\0' if version == 0 else b'gimp xcf v%03d\0' % version)
         self.out = bytearray(magic + struct.pack('>III', *size, base))
@@ -438,7 +439,7 @@ class Xcf:
             else:
                 self.prop(1, struct.pack('>I', number) + b''.join(bytes(colour[:3]) for colour in colours))
         self.prop(17, bytes((compression,)))
-        self.prop(21, b'\0\0\0\5abcde')
+        self.prop(21, struct.pack('>I', 5) + b'note\0' + struct.pack('>II', 0, 3) + b'abc')
         self.out += more
         self.prop(0)
         pointers = [self.hole() for _ in layers]
@@ -464,6 +465,10 @@ class Xcf:
 
     def layer(self, layer):
         self.out += struct.pack('>IIII', *layer.size, layer.kind, len(layer.name) + 1) + layer.name + b'\0'
+        if layer.group:
+            self.prop(29)
+        if layer.path is not None:
+            self.prop(30, struct.pack('>%dI' % len(layer.path), *layer.path))
         self.prop(6, struct.pack('>I', layer.opacity))
         if layer.float_opacity is not None:
             self.prop(33, struct.pack('>f', layer.float_opacity))
@@ -471,13 +476,10 @@ class Xcf:
         self.prop(15, struct.pack('>ii', *layer.at))
         if layer.mask is not None:
             self.prop(11, struct.pack('>I', layer.mask_applies))
-        if layer.group:
-            self.prop(29)
-        if layer.path is not None:
-            self.prop(30, struct.pack('>%dI' % len(layer.path), *layer.path))
         self.prop(7, struct.pack('>I', 0))
         self.prop(0)
         hierarchy, mask = self.hole(), self.hole()
+        self.hierarchies.append(hierarchy)
         self.fill(hierarchy)
         self.hierarchy(layer.size, layer.stored)
         if layer.mask is not None:
@@ -488,7 +490,7 @@ class Xcf:
             self.prop(0)
             hierarchy = self.hole()
             self.fill(hierarchy)
-            self.hierarchy(layer.size, [bytes((alpha,)) for alpha in layer.mask])
+            self.hierarchy(layer.size, getattr(layer, 'stored_mask', [bytes((alpha,)) for alpha in layer.mask]))
 
     def hierarchy(self, size, stored):
         faults = self.faults
@@ -539,22 +541,41 @@ def over(under, source):
                  for s, d in zip(source[:3], under[:3])) + (alpha,)
 
 
-def laid(layers, size=(W, H)):
-    """The layers that are to be seen, from the bottom up. `shown` overrides opacity for what is in groups."""
+def laid(layers, size=(W, H), path=()):
+    """The layers that are to be seen, from the bottom up. `path` leads to the group that they are in. What is in an
+    opaque group without a mask is laid straight on what lies below."""
     canvas = [(0, 0, 0, 0)] * (size[0] * size[1])
-    for layer in reversed(layers):
-        opacity = layer.opacity if layer.float_opacity is None else round(layer.float_opacity * 255)
-        opacity = getattr(layer, 'shown', opacity)
-        if not layer.visible or layer.group or not opacity:
+    lay(canvas, layers, size, path)
+    return canvas
+
+
+def lay(canvas, layers, size, path):
+    places = {}
+    for layer in layers:
+        own = tuple(layer.path or (sum(len(other) == 1 for other in places),))
+        places[own] = layer
+    for own, layer in reversed(places.items()):
+        if own[:-1] != path or not layer.visible:
             continue
-        for i, pixel in enumerate(layer.pixels):
-            x, y = i % layer.size[0] + layer.at[0], i // layer.size[0] + layer.at[1]
+        opacity = layer.opacity if layer.float_opacity is None else round(layer.float_opacity * 255)
+        mask = layer.mask if layer.mask_applies else None
+        pixels, width, at = layer.pixels, layer.size[0], layer.at
+        if layer.group:
+            if opacity == 255 and mask is None:
+                lay(canvas, layers, size, own)
+                continue
+            group = laid(layers, size, own)
+            if mask is None:
+                pixels, width, at = group, size[0], (0, 0)
+            else:
+                pixels = [group[(i // width + at[1]) * size[0] + i % width + at[0]] for i in range(len(mask))]
+        for i, pixel in enumerate(pixels):
+            x, y = i % width + at[0], i // width + at[1]
             if 0 <= x < size[0] and 0 <= y < size[1]:
                 alpha = part(pixel[3], opacity)
-                if layer.mask is not None and layer.mask_applies:
-                    alpha = part(alpha, layer.mask[i])
+                if mask is not None:
+                    alpha = part(alpha, mask[i])
                 canvas[y * size[0] + x] = over(canvas[y * size[0] + x], tuple(pixel[:3]) + (alpha,))
-    return canvas
 
 
 def grey_picture(alpha):
@@ -613,14 +634,11 @@ def xcf_good():
     one('mask-not-applied', [Layer(random_picture(True), mask=[0] * (W * H), mask_applies=0), bottom])
     group = Layer(random_picture(True), group=True, opacity=128)
     inside = Layer(little(), path=[0, 0], opacity=200, **small)
-    inside.shown = part(200, 128)
     hidden = Layer(random_picture(True), group=True, visible=0)
     below_hidden = Layer(little(), path=[1, 0], **small)
-    below_hidden.shown = 0
     one('groups', [group, inside, hidden, below_hidden, bottom], version=3)
     nested = Layer(random_picture(True), group=True, path=[0, 0], opacity=100)
     deep = Layer(little(), path=[0, 0, 0], **small)
-    deep.shown = part(255, part(100, 128))
     one('groups-in-groups', [group, nested, deep, bottom], version=11)
 
 
@@ -639,7 +657,7 @@ def xcf_broken():
                        ('size-beyond-memory', (16385, 16384))):
         one(name, size=size)
     one('base-type-3', base=3)
-    for version, precision in ((4, 1), (7, 100), (7, 250), (11, 600)):
+    for version, precision in ((4, 5), (7, 125), (7, 400), (6, 600)):
         one(f'precision-{precision}-of-{version}', version=version, precision=precision)
     one('compression-3', compression=3)
     one('compression-missing', more=struct.pack('>II', 17, 0))
@@ -702,6 +720,146 @@ def pmg_all():
     broken('size-of-two-to-62.pmg', pmg(2 ** 62, 1, bytes(64)))
 
 
+# ---- what came later; its place behind all else keeps the other files as they are ----
+
+def light_of(byte):
+    part = byte / 255
+    return part / 12.92 if part <= 0.04045 else ((part + 0.055) / 1.055) ** 2.4
+
+
+def byte_of_light(light):
+    return sum(light >= light_of(byte + 0.5) for byte in range(255))
+
+
+def long_sample(code, version):
+    """A random sample in the form that `code` has in Python, as bytes, and its value of 0 to 1."""
+    if code in 'efd':
+        value = random.choice((random.random(), random.random() / 50, -0.25, 1.5, float('inf'), float('-inf'), float('nan'),
+                               2.0 ** -20, -2.0 ** -20, 1.0, 0.0))
+    else:
+        value = random.randrange(256 ** struct.calcsize('>' + code))
+    stored = struct.pack(('<' if version < 12 else '>') + code, value)
+    value = struct.unpack(('<' if version < 12 else '>') + code, stored)[0]
+    if code not in 'efd':
+        return stored, value / (256 ** len(stored) - 1)
+    return stored, min(value, 1.0) if value > 0 else 0.0
+
+
+def long_pixels(code, version, linear, kind, count=W * H):
+    """Pixels as they are stored, and as they look."""
+    colours, alpha = (3 if kind < 2 else 1), kind % 2
+    stored, pixels = [], []
+    for _ in range(count):
+        samples = [long_sample(code, version) for _ in range(colours + alpha)]
+        seen = [byte_of_light(value) if linear else int(value * 255 + 0.5) for _, value in samples[:colours]]
+        stored.append(b''.join(sample for sample, _ in samples))
+        pixels.append(tuple(seen * (1 if colours == 3 else 3)) + (int(samples[-1][1] * 255 + 0.5) if alpha else 255,))
+    return stored, pixels
+
+
+def xcf_long_samples():
+    for version, precision, code, linear in (
+            (4, 1, 'H', False), (4, 2, 'I', True), (4, 3, 'e', True), (4, 4, 'f', True), (5, 100, 'B', True),
+            (5, 200, 'H', True), (5, 450, 'e', False), (6, 250, 'H', False), (6, 500, 'f', True), (6, 550, 'f', False),
+            (7, 300, 'I', True), (7, 500, 'e', True), (7, 700, 'd', True), (9, 275, 'H', False), (11, 650, 'f', False),
+            (12, 100, 'B', True), (12, 200, 'H', True), (12, 250, 'H', False), (12, 300, 'I', True), (12, 350, 'I', False),
+            (12, 500, 'e', True), (12, 550, 'e', False), (12, 600, 'f', True), (12, 650, 'f', False), (12, 700, 'd', True),
+            (12, 750, 'd', False), (14, 375, 'I', False), (14, 575, 'e', False), (14, 675, 'f', False)):
+        kind = random.choice((0, 1, 2, 3))
+        stored, pixels = long_pixels(code, version, linear, kind)
+        layer = Layer(pixels, kind=kind)
+        layer.stored = stored
+        good(f'samples-{precision}-of-{version}.xcf',
+             Xcf([layer], base=kind // 2, version=version, precision=precision, compression=random.choice((0, 1, 2))).bytes(),
+             pixels)
+    stored, pixels = long_pixels('f', 12, True, 1)
+    layer = Layer(pixels)
+    layer.stored = stored
+    parts = [random.random() for _ in range(W * H)]
+    layer.mask = [int(value * 255 + 0.5) for value in parts]
+    layer.stored_mask = [struct.pack('>f', value) for value in parts]
+    good('samples-of-mask.xcf', Xcf([layer], version=12, precision=600).bytes(), laid([layer]))
+    broken('samples-cut.xcf', Xcf([layer], version=12, precision=600, compression=0).bytes()[:-1])
+    indices = [random.randrange(20) for _ in range(W * H)]
+    layer = Layer([OPAQUE_BLACK] * (W * H), kind=4, indices=indices)
+    for precision in (100, 250):
+        broken(f'precision-{precision}-of-indices.xcf',
+               Xcf([layer], base=2, version=12, precision=precision, colours=[random_colour() for _ in range(20)]).bytes())
+    for precision in (0, 50, 800, 2 ** 32 - 46):
+        broken(f'precision-{precision}.xcf', Xcf([Layer(random_picture(True))], version=12, precision=precision).bytes())
+    for version, precision in ((5, 175), (6, 700), (7, 650), (12, 200)):
+        broken(f'bytes-not-of-precision-{precision}-of-{version}.xcf',
+               Xcf([Layer(random_picture(True))], version=version, precision=precision).bytes())
+
+
+def xcf_faults_of_newer_files():
+    for fault in ('hierarchy-size', 'bpp', 'level-missing', 'level-size', 'tile-too-many', 'tile-missing', 'tile-beyond'):
+        for version, precision, compression in ((11, 150, 0), (12, 600, 1), (10, 250, 2)):
+            stored, pixels = long_pixels({150: 'B', 600: 'f', 250: 'H'}[precision], version, precision == 600, 1)
+            layer = Layer(pixels)
+            layer.stored = stored
+            broken(f'{fault}-of-{version}.xcf', Xcf([layer], version=version, precision=precision, compression=compression,
+                                                   faults=(fault,)).bytes())
+
+    def one(name, layer, **options):
+        broken(name + '.xcf', Xcf([layer], faults=(name[:name.index('-of-')],), **options).bytes())
+
+    for version in (11, 12):
+        one(f'run-too-long-of-{version}', Layer(random_picture(True)), version=version)
+        one(f'stream-damaged-of-{version}', Layer(random_picture(True)), version=version, compression=2)
+    mask = [1] * (W * H)
+    one('mask-size-of-11', Layer(random_picture(True), mask=mask), version=11)
+    one('mask-size-of-group', Layer(random_picture(True), mask=mask, group=True), version=3)
+    one('mask-size-of-hidden-group', Layer(random_picture(True), mask=mask, group=True, visible=0), version=3)
+
+
+def xcf_groups():
+    def one(name, layers, **options):
+        good(name + '.xcf', Xcf(layers, version=3, **options).bytes(), laid(layers))
+
+    def little(x, y, path, **options):
+        return Layer(random_picture(True, 5, 4), (5, 4), at=(x, y), path=path, **options)
+
+    def group(**options):
+        return Layer(random_picture(True), group=True, **options)
+
+    bottom = Layer(random_picture(), kind=0)
+    apart = [little(1, 1, [0, 0]), little(3, 2, [0, 1], opacity=200)]
+    one('group-of-opacity', [group(opacity=99), *apart, bottom])
+    one('group-that-is-opaque', [group(), *apart, bottom])
+    one('group-of-no-opacity', [group(opacity=0), *apart, bottom])
+    one('group-of-nothing', [group(opacity=99), bottom])
+
+    def masked(**options):
+        """A group is as large as what is in it, and so is its mask."""
+        return Layer(random_picture(True, 7, 5), (7, 5), at=(1, 1), group=True, mask=mask, **options)
+
+    mask = [random.randrange(256) for _ in range(7 * 5)]
+    one('group-with-mask', [masked(), *apart, bottom])
+    one('group-with-mask-and-opacity', [masked(opacity=99), *apart, bottom])
+    one('group-with-mask-not-applied', [masked(mask_applies=0), *apart, bottom])
+    one('group-in-hidden-group', [group(visible=0), group(path=[0, 0], opacity=99), little(1, 1, [0, 0, 0]), bottom])
+    one('groups-apart-in-each-other', [group(opacity=99), little(2, 2, [0, 0]), group(path=[0, 1], opacity=150),
+                                       little(1, 1, [0, 1, 0]), little(4, 3, [0, 1, 1]), bottom])
+    one('group-between-layers', [little(0, 0, None), group(opacity=99), little(1, 1, [1, 0]), bottom])
+    unread = Xcf([group(opacity=99), *apart, bottom], version=3)
+    unread.fill(unread.hierarchies[0], 0)
+    good('group-without-pixels.xcf', unread.bytes(), laid([group(opacity=99), *apart, bottom]))
+    broken('group-with-mask-cut.xcf', Xcf([*apart, bottom, masked()], version=3).bytes()[:-1])
+    broken('group-with-layer-cut.xcf', Xcf([group(visible=0), *apart], version=3).bytes()[:-1])
+
+
+def tga_unused_map_alpha():
+    stored = [bytes(random.randrange(256) for _ in range(3)) + b'\0' for _ in range(9)]
+    indices = [random.randrange(9) for _ in range(W * H)]
+    for descriptor, alpha in ((0x20, 255), (0x28, 0)):
+        good(f'mapped-32-alpha{descriptor & 15}-all-clear.tga',
+             tga(1, 8, bytes(indices), colours=b''.join(stored), count=9, map_depth=32, descriptor=descriptor),
+             [(stored[i][2], stored[i][1], stored[i][0], alpha) for i in indices])
+    broken('mapped-32-cut.tga', tga(1, 8, bytes(indices)[:-1], colours=b''.join(stored), count=9, map_depth=32))
+    broken('mapped-32-map-cut.tga', tga(1, 8, b'', colours=b''.join(stored)[:-1], count=9, map_depth=32))
+
+
 for directory in ('good', 'broken'):
     os.makedirs(os.path.join(HERE, directory), exist_ok=True)
     for old in os.listdir(os.path.join(HERE, directory)):
@@ -714,3 +872,7 @@ tga_broken()
 xcf_good()
 xcf_broken()
 pmg_all()
+xcf_long_samples()
+xcf_groups()
+xcf_faults_of_newer_files()
+tga_unused_map_alpha()
