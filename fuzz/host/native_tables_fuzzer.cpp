@@ -1,32 +1,31 @@
 // Any arguments for any entry of the native tables: each call must end in a result or in a message under the entry's
-// own name.
+// own name, and leave every image whole.
 //
-// The input is text, so that seeds can be read and written: a line is a call, its first word names the entry, and each
-// further word is an argument. A number is a number; `nil`, `true`, `array`, `raw` and their kin are values of their
-// types; `$2` is the result of the third line, be it an image, a killed one or several values; `many` puts the word
-// behind it into a multi value. Every other word is a string, and a first word that names no entry picks one by its
-// hash, so that hardly any mutation is wasted.
+// An input describes calls in one of two forms. In words it is text, so that seeds can be read and written: a line is a
+// call, its first word names the entry, and each further word is an argument; a first word that names no entry picks
+// one by its hash. An input that begins with a zero byte is the other form, where each byte picks an entry or a value,
+// so that hardly any mutation is wasted. Two images and a freed one are there from the start.
 //
-// What would wait, open a window or leave the process is not called. Files are few and lie in a directory of their own:
-// an entry that takes a path gets one of a handful of names, and so does one that takes a variable's name. Scripts that
-// are run find the language and nothing else.
+// Every entry is called. The window is one that SDL keeps in memory; waiting takes no longer than a millisecond; files
+// are few and lie in a directory of their own. Scripts that are run find the language and nothing else.
+//
+// With VELMARIS_FUZZ_CALLS set to a file's name, a run that ends regularly writes there how often each entry was called
+// and how often that gave a result.
 
+#include "call_forms.h"
+#include "entries.h"
 #include "sandbox.h"
 
 #include "host/index.h"
 #include "plush/registry.h"
 #include "plush/rows.h"
 
-#include <array>
-#include <charconv>
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <functional>
 #include <new>
-#include <optional>
-#include <set>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -34,47 +33,28 @@
 
 namespace {
 
-constexpr std::size_t mostCalls = 24;        // of one input
-constexpr std::size_t mostArguments = 16;    // of one call
-constexpr int mostThreads = 16;              // starting more only slows the search down
-constexpr int somewhere = 1 << 20;           // not the address of any image
-constexpr std::size_t longTextSize = 100000; // bytes
+constexpr std::size_t mostCalls = 24; // of one input
+constexpr int mostThreads = 16;       // starting more only slows the search down
+constexpr std::uint8_t byteForm = 0;  // the first byte of an input that is not words
 
-constexpr std::array<const char*, 10> tableNames = {"Metal", "Sailfish", "Ostrel", "Ruby", "Lua",
-                                                    "Audio", "AI",       "Font",   "Jade", "Plush"};
-constexpr std::array<const char*, 4> helperNames = {"add", "dFeet", "dMetres", "calcHeight"};
-const std::set<std::string> notCalled = {"Ostrel.sleep", "Metal.spawnWindow"};
-const std::set<std::string> takingPaths = {"Plush.saveImage", "Plush.loadPNG", "Plush.savePlushImage",
-                                           "Plush.loadPlushImage", "Ostrel.readFile"};
-const std::set<std::string> takingVariables = {"Ostrel.setVar", "Ostrel.getVar"};
-constexpr std::array<const char*, 5> fileNames = {"one.png", "two.pmg", "three", "", "missing/four.png"};
-std::vector<std::string> paths = {"", "."}; // and the files above
-const std::vector<std::string> variableNames = {"a", "b", "", "no name"};
-
-struct Entry {
-    std::string name;
-    Variable function;
+struct Tally {
+    std::uint64_t calls = 0;
+    std::uint64_t results = 0; // calls that did not fail
 };
 
 std::vector<Entry> entries;
+std::vector<Tally> tallies;         // of the entries, in their order
+volatile PixelByte touchedByte = 0; // what `touchImages` reads goes here, or it would not be read
 
-[[noreturn]] void give(const std::string& complaint) {
-    std::fprintf(stderr, "%s\n", complaint.c_str());
-    std::abort();
-}
-
-/// Takes the entries out of the engine, so that no script finds them.
-void takeEntries() {
-    for (const char* tableName : tableNames) {
-        const Variable table = engine.pullVariable(tableName);
-        if (!table.isTable()) give(std::string("no table ") + tableName);
-        for (const std::string& key : table.asTable()->sortedKeys()) {
-            std::string name = std::string(tableName) + "." + key;
-            if (!notCalled.contains(name)) entries.push_back({std::move(name), *table.asTable()->find(key)});
-        }
-        engine.pushVariable(tableName, Variable());
+void writeTallies() {
+    const char* fileName = std::getenv("VELMARIS_FUZZ_CALLS");
+    std::FILE* file = fileName ? std::fopen(fileName, "w") : nullptr;
+    if (!file) return;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        std::fprintf(file, "%s %llu %llu\n", entries[i].name.c_str(), static_cast<unsigned long long>(tallies[i].calls),
+                     static_cast<unsigned long long>(tallies[i].results));
     }
-    for (const char* name : helperNames) entries.push_back({name, engine.pullVariable(name)});
+    std::fclose(file);
 }
 
 const Entry& entryOf(const std::string& word) {
@@ -84,118 +64,81 @@ const Entry& entryOf(const std::string& word) {
     return entries[std::hash<std::string>()(word) % entries.size()];
 }
 
-std::optional<Variable> numberOf(const std::string& word) {
-    int whole = 0;
-    const char* end = word.data() + word.size();
-    if (const auto read = std::from_chars(word.data(), end, whole); read.ec == std::errc() && read.ptr == end) {
-        return whole;
-    }
-    float number = 0;
-    if (const auto read = std::from_chars(word.data(), end, number); read.ec == std::errc() && read.ptr == end) {
-        return number; // "nan" and "-inf" too
-    }
-    return std::nullopt;
+void touch(const PixelByte* pixels, int width, int height) {
+    if (width < 1 || height < 1 || !pixels) return;
+    const std::size_t size = static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * bytesPerPixel;
+    touchedByte = static_cast<PixelByte>(pixels[0] + pixels[size - 1]);
 }
 
-using Values = std::vector<Variable>;
-
-/// The words of one call, and what they mean.
-class CallReader {
-public:
-    CallReader(const std::string& line, const Values& results) : words(line), earlier(results) {}
-
-    std::string entryName() {
-        std::string word;
-        words >> word;
-        return word;
-    }
-
-    Values arguments() {
-        Values values;
-        std::string word;
-        while (values.size() < mostArguments && words >> word) values.push_back(valueOf(word));
-        return values;
-    }
-
-private:
-    Variable valueOf(const std::string& word) {
-        if (word == "nil") return {};
-        if (word == "true" || word == "false") return word == "true";
-        if (word == "raw") return std::vector<char>{'r', '\0', '\x7F'};
-        if (word == "array") return makeArray({1, "two", 3.5F});
-        if (word == "table") {
-            Variable table = makeTable();
-            table.asTable()->set("x", 1);
-            table.asTable()->set(1, "one");
-            return table;
-        }
-        if (word == "wild") return reinterpret_cast<void*>(static_cast<std::uintptr_t>(somewhere));
-        if (word == "long") return std::string(longTextSize, 'l');
-        if (word == "function") {
-            return engine.makeNativeCallable([](const Values&) { return Variable(1); }, "given");
-        }
-        if (word == "many") return manyOf();
-        if (word.size() > 1 && word[0] == '$') return earlierResult(word.substr(1));
-        if (const std::optional<Variable> number = numberOf(word)) return *number;
-        return word;
-    }
-
-    Variable manyOf() {
-        std::string word;
-        Values values;
-        while (values.size() < 3 && words >> word) {
-            if (word == "many") break; // no deep nesting; this is about arguments
-            values.push_back(valueOf(word));
-        }
-        return makeMulti(std::move(values));
-    }
-
-    Variable earlierResult(const std::string& place) const {
-        const std::optional<Variable> number = numberOf(place);
-        if (!number || number->type != VarType::Integer || number->asInt() < 0) return {};
-        const auto index = static_cast<std::size_t>(number->asInt());
-        return index < earlier.size() ? earlier[index] : Variable();
-    }
-
-    std::istringstream words;
-    const Values& earlier;
-};
-
-/// The strings that an entry may get; null if any.
-const std::vector<std::string>* textsFor(const std::string& name) {
-    if (takingPaths.contains(name)) return &paths;
-    return takingVariables.contains(name) ? &variableNames : nullptr;
-}
-
-/// Puts strings of a list in the place of those among the values, also within several values.
-void replaceTexts(Values& values, const std::vector<std::string>& texts) {
-    for (Variable& value : values) {
-        if (value.isString()) {
-            value = texts[std::hash<std::string>()(value.asString()) % texts.size()];
-        } else if (value.isMulti() && value.asMulti()) {
-            Values inner = value.asMulti()->values;
-            replaceTexts(inner, texts);
-            value = makeMulti(std::move(inner));
-        }
+/// Looks whether every image has the pixels that its size promises.
+void touchImages() {
+    for (const PlushImage* image : livePlushImages) {
+        const bool empty = image->width == 0 && image->height == 0;
+        if (!empty && (image->width < 1 || image->height < 1 || !image->pixels)) give("an image without its pixels");
+        touch(image->pixels, image->width, image->height);
+        touch(image->reflectPixels, image->reflectWidth, image->reflectHeight);
     }
 }
 
 /// Makes a call and looks at how it ends.
-Variable outcomeOf(const Entry& entry, const Values& arguments) {
+Variable outcomeOf(const Entry& entry, const std::vector<Variable>& arguments) {
+    Tally& tally = tallies[static_cast<std::size_t>(&entry - entries.data())];
+    ++tally.calls;
+    Variable result;
     try {
-        return engine.callCallable(entry.function, arguments);
+        result = engine.callCallable(entry.function, arguments);
+        ++tally.results;
     } catch (const std::bad_alloc&) {
-        return {}; // the budget, as a machine whose memory is used up
+        // the budget, as a machine whose memory is used up
     } catch (const std::exception& failure) {
         const std::string_view message = failure.what();
         const bool named = message.starts_with(entry.name) || entry.name == "Ostrel.runScript";
         if (!named) give("a message without the name " + entry.name + ": " + failure.what());
     }
-    return {};
+    if (AllowedThreads > mostThreads) AllowedThreads = mostThreads;
+    touchImages();
+    return result;
 }
 
-/// Leaves the next input a world without images, buttons and habits.
+void callByWords(const std::string& text) {
+    std::istringstream lines(text);
+    std::vector<Variable> results;
+    std::string line;
+    while (results.size() < mostCalls && std::getline(lines, line)) {
+        WordCall call(line, results);
+        const Entry& entry = entryOf(call.entryName());
+        std::vector<Variable> arguments = call.arguments();
+        tame(entry, arguments);
+        results.push_back(outcomeOf(entry, arguments));
+    }
+}
+
+/// Keeps the image handles among the results.
+void keepImages(const Variable& result, std::vector<Variable>& images) {
+    if (result.type == VarType::Pointer) images.push_back(result);
+    if (!result.isMulti() || !result.asMulti()) return;
+    for (const Variable& value : result.asMulti()->values) keepImages(value, images);
+}
+
+void callByBytes(const std::uint8_t* data, std::size_t size) {
+    FuzzedDataProvider bytes(data, size);
+    PlushImage* freed = createSolidColourImage(3, 3, 0, 0, 0, 0);
+    std::vector<Variable> images = {createSolidColourImage(9, 7, 10, 200, 30, 128),
+                                    createSolidColourImage(20, 20, 250, 20, 90, 255), freed};
+    killImage(freed);
+    ByteCalls calls(bytes, images);
+    for (std::size_t count = 0; count < mostCalls && calls.more(); ++count) {
+        const Entry& entry = calls.entry(entries);
+        std::vector<Variable> arguments = calls.arguments(entry);
+        tame(entry, arguments);
+        keepImages(outcomeOf(entry, arguments), images);
+    }
+}
+
+/// Leaves the next input a world without images, buttons, windows and habits.
 void cleanUp() {
+    wm_destroyWindow(win);
+    win = nullptr;
     while (!livePlushImages.empty()) killImage(*livePlushImages.begin());
     buttons.clear();
     windowTitle.clear();
@@ -206,11 +149,13 @@ void cleanUp() {
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     silenceOutput();
+    setenv("SDL_VIDEODRIVER", "dummy", 1);
     registerFunctions();
-    takeEntries();
-    std::string directory = (std::filesystem::temp_directory_path() / "velmaris-fuzz-XXXXXX").string();
-    if (!mkdtemp(directory.data())) give("no directory for files");
-    for (const char* name : fileNames) paths.push_back(directory + "/" + name);
+    makeDirectory();
+    entries = takeEntries();
+    tallies.resize(entries.size());
+    cleanUp();
+    std::atexit(writeTallies);
     return 0;
 }
 
@@ -218,16 +163,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const MemoryBudget budget;
     confine(engine); // with its steps anew
     try {
-        std::istringstream lines(std::string(reinterpret_cast<const char*>(data), size));
-        Values results;
-        std::string line;
-        while (results.size() < mostCalls && std::getline(lines, line)) {
-            CallReader reader(line, results);
-            const Entry& entry = entryOf(reader.entryName());
-            Values arguments = reader.arguments();
-            if (const std::vector<std::string>* texts = textsFor(entry.name)) replaceTexts(arguments, *texts);
-            results.push_back(outcomeOf(entry, arguments));
-            if (AllowedThreads > mostThreads) AllowedThreads = mostThreads;
+        if (size > 0 && data[0] == byteForm) {
+            callByBytes(data + 1, size - 1);
+        } else {
+            callByWords(std::string(reinterpret_cast<const char*>(data), size));
         }
     } catch (const std::bad_alloc&) {
         // the input itself is larger than the budget
