@@ -19,3 +19,12 @@ void blendPixel(PixelByte* target, const PixelByte* source);
 
 /// Draws `count` pixels over as many others. The rows must not overlap.
 void blendRow(PixelByte* target, const PixelByte* source, std::size_t count);
+
+/// A way of doing what `blendRow` does.
+using BlendRow = void(PixelByte* target, const PixelByte* source, std::size_t count);
+
+/// The way that any processor has.
+BlendRow blendRowByFours;
+
+/// The way with the wider vectors of this processor; null if it has none.
+BlendRow* widerBlendRow();

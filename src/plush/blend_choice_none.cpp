@@ -1,0 +1,5 @@
+// No wider vectors for blending: the compiler's sixteen bytes are what this kind of processor has.
+
+#include "plush/blend.h"
+
+BlendRow* widerBlendRow() { return nullptr; }

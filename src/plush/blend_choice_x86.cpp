@@ -1,0 +1,5 @@
+// Which wider vectors an x86 processor has for blending.
+
+#include "plush/blend_avx2.h"
+
+BlendRow* widerBlendRow() { return __builtin_cpu_supports("avx2") ? &blendRowByEights : nullptr; }
