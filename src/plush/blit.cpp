@@ -54,6 +54,13 @@ int nearestIndex(float number, int size) {
     return nearest < size ? nearest : -1;
 }
 
+/// Four columns from `first` on as numbers; behind the one before `last`, that one again.
+Floats4 columnsFrom(int first, int last) {
+    const Ints4 columns = first + Ints4{0, 1, 2, 3};
+    const Ints4 past = columns >= last;
+    return __builtin_convertvector((columns & ~past) | ((last - 1) & past), Floats4);
+}
+
 /// Target pixels: columns from `left`, rows from `top`, up to but not including `right` and `bottom`.
 struct Box {
     int left = 0;
@@ -159,6 +166,7 @@ struct SourceLine {
         const float dx = static_cast<float>(px) - centre;
         return (dx * factor + addend) / scale + half;
     }
+    Floats4 positions(Floats4 columns) const { return ((columns - centre) * factor + addend) / scale + half; }
     bool isInside(int px) const { return nearestIndex(position(px), size) >= 0; }
     bool isBelow(int px) const { return !(position(px) > -0.5F); }
     bool rises() const { return (factor < 0.0F) == (scale < 0.0F); }
@@ -201,8 +209,7 @@ void blitTurned(PlushImage& target, const PlushImage& image, int x, int y, Blend
     const float halfHeight = static_cast<float>(image.height) * 0.5F;
 
     splitRows(box.rows(), workersFor(box.rows(), box.pixels()), RowSplit::Ceiling, [&](RowRange rows) {
-        std::vector<PixelByte> run(static_cast<std::size_t>(box.columns()) * bytesPerPixel);
-        std::vector<int> sourcePixels(static_cast<std::size_t>(box.columns()));
+        std::vector<PixelByte> run(static_cast<std::size_t>(box.columns() + pixelsAtOnce) * bytesPerPixel);
         for (int py = box.top + rows.first; py < box.top + rows.last; ++py) {
             const float dy = static_cast<float>(py) - turn.cy;
             const SourceLine across{turn.c, dy * turn.s, scale, halfWidth, turn.cx, image.width};
@@ -214,15 +221,12 @@ void blitTurned(PlushImage& target, const PlushImage& image, int x, int y, Blend
             if (first >= last) continue;
 
             const int count = last - first;
-            for (int at = 0; at < count; ++at) {
-                const int column = roundPositive(across.position(first + at));
-                const int row = roundPositive(down.position(first + at));
-                sourcePixels[static_cast<std::size_t>(at)] = row * image.width + column;
-            }
-            for (int at = 0; at < count; ++at) {
-                const auto pixel = static_cast<std::size_t>(sourcePixels[static_cast<std::size_t>(at)]);
-                std::memcpy(run.data() + static_cast<std::size_t>(at) * bytesPerPixel,
-                            image.pixels + pixel * bytesPerPixel, bytesPerPixel);
+            for (int at = 0; at < count; at += pixelsAtOnce) {
+                const Floats4 columns = columnsFrom(first + at, last);
+                const Ints4 column = roundedPositive(across.positions(columns));
+                const Ints4 row = roundedPositive(down.positions(columns));
+                const Pixels4 pixels = gatheredPixels(image.pixels, row * image.width + column);
+                std::memcpy(run.data() + static_cast<std::size_t>(at) * bytesPerPixel, &pixels, sizeof pixels);
             }
             drawRun(pixelAt(target, first, py), run.data(), static_cast<std::size_t>(count), blend);
         }

@@ -55,15 +55,6 @@ template <typename Work> void forEachStrip(int width, Work work) {
     }
 }
 
-/// Four pixels of a row, at these columns.
-inline Pixels4 gatheredPixels(const PixelByte* row, const int* columns) {
-    Pixels4 pixels = {};
-    for (int at = 0; at < pixelsAtOnce; ++at) {
-        pixels[at] = loadPixel(row + static_cast<std::size_t>(columns[at]) * bytesPerPixel);
-    }
-    return pixels;
-}
-
 /// Calls `take` for each group of a strip with its number and, for a row of the image, the pixels to the left and right
 /// of its columns and the weight of the right ones.
 template <typename Take> void forEachGroup(const PlushImage& image, int row, const Strip& strip, Take take) {

@@ -5,6 +5,7 @@
 #include "plush/blend.h"
 #include "plush/blit.h"
 #include "plush/image.h"
+#include "plush/wide_vectors.h"
 
 #include <cstring>
 #include <vector>
@@ -20,8 +21,13 @@ inline void drawRun(PixelByte* target, const PixelByte* source, std::size_t coun
 
 /// Picks pixels out of a source row into a run, one for each number in `columns`.
 inline void pickRun(PixelByte* run, const PixelByte* sourceRow, const std::vector<int>& columns) {
-    for (const int column : columns) {
-        std::memcpy(run, sourceRow + static_cast<std::size_t>(column) * bytesPerPixel, bytesPerPixel);
-        run += bytesPerPixel;
+    std::size_t at = 0;
+    for (; at + pixelsAtOnce <= columns.size(); at += pixelsAtOnce) {
+        const Pixels4 pixels = gatheredPixels(sourceRow, &columns[at]);
+        std::memcpy(run + at * bytesPerPixel, &pixels, sizeof pixels);
+    }
+    for (; at < columns.size(); ++at) {
+        const std::uint32_t pixel = loadPixel(sourceRow + static_cast<std::size_t>(columns[at]) * bytesPerPixel);
+        std::memcpy(run + at * bytesPerPixel, &pixel, sizeof pixel);
     }
 }

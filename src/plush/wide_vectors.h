@@ -28,6 +28,23 @@ inline std::uint32_t loadPixel(const PixelByte* from) {
     return pixel;
 }
 
+/// Four of the pixels from `pixels` on, by their numbers.
+inline Pixels4 gatheredPixels(const PixelByte* pixels, Ints4 numbers) {
+    const auto pixel = [&](int at) {
+        return loadPixel(pixels + static_cast<std::ptrdiff_t>(numbers[at]) * bytesPerPixel);
+    };
+    return Pixels4{pixel(0), pixel(1), pixel(2), pixel(3)};
+}
+
+/// The pixels of a row at four columns.
+inline Pixels4 gatheredPixels(const PixelByte* row, const int* columns) {
+    Pixels4 pixels = {};
+    for (int at = 0; at < pixelsAtOnce; ++at) {
+        pixels[at] = loadPixel(row + static_cast<std::size_t>(columns[at]) * bytesPerPixel);
+    }
+    return pixels;
+}
+
 /// The four numbers at `from`, which need no alignment.
 inline Floats4 loadFloats4(const float* from) {
     Floats4 numbers;
