@@ -3,6 +3,7 @@
 #include "operation_reference.h"
 
 #include "blit_reference.h"
+#include "plain_operations.h"
 
 #include <algorithm>
 #include <cmath>
@@ -46,47 +47,9 @@ Picture referenceBlitRect(Picture target, const Picture& image, const PixelRect&
     return target;
 }
 
-Picture referenceSkew(const Corners& corners, const Picture& input, Picture output) {
-    const auto ltx = static_cast<float>(corners.leftTop.x);
-    const auto lty = static_cast<float>(corners.leftTop.y);
-    const auto rtx = static_cast<float>(corners.rightTop.x);
-    const auto rty = static_cast<float>(corners.rightTop.y);
-    const auto lbx = static_cast<float>(corners.leftBottom.x);
-    const auto lby = static_cast<float>(corners.leftBottom.y);
-    const auto rbx = static_cast<float>(corners.rightBottom.x);
-    const auto rby = static_cast<float>(corners.rightBottom.y);
-    const float area1 = (rtx - ltx) * (lby - lty) - (lbx - ltx) * (rty - lty);
-    const float area2 = (rbx - rtx) * (lby - rty) - (lbx - rtx) * (rby - rty);
-    const float inv1 = std::fabs(area1) < 1e-5F ? 0.0F : 1.0F / area1;
-    const float inv2 = std::fabs(area2) < 1e-5F ? 0.0F : 1.0F / area2;
-    const auto maxX = static_cast<float>(input.width - 1);
-    const auto maxY = static_cast<float>(input.height - 1);
-    const auto copy = [&](int px, int py, float srcX, float srcY) {
-        const float column = std::clamp(std::round(srcX), 0.0F, maxX);
-        const float row = std::clamp(std::round(srcY), 0.0F, maxY);
-        std::copy_n(input.at(static_cast<int>(column), static_cast<int>(row)), bytesPerPixel, output.at(px, py));
-    };
-    for (int py = 0; py < output.height; ++py) {
-        for (int px = 0; px < output.width; ++px) {
-            const auto x = static_cast<float>(px);
-            const auto y = static_cast<float>(py);
-            if (inv1 != 0.0F) {
-                const float u = inv1 * ((x - ltx) * (lby - lty) - (y - lty) * (lbx - ltx));
-                const float t = inv1 * ((rtx - x) * (lby - y) - (lbx - x) * (rty - y));
-                const float v = 1.0F - t - u;
-                if (u >= 0.0F && t >= 0.0F && v >= 0.0F) {
-                    copy(px, py, u * maxX, v * maxY);
-                    continue;
-                }
-            }
-            if (inv2 != 0.0F) {
-                const float u = inv2 * ((x - rtx) * (lby - rty) - (y - rty) * (lbx - rtx));
-                const float t = inv2 * ((rbx - x) * (lby - y) - (lbx - x) * (rby - y));
-                const float w = 1.0F - t - u;
-                if (u >= 0.0F && t >= 0.0F && w >= 0.0F) copy(px, py, (t + u) * maxX, (u + w) * maxY);
-            }
-        }
-    }
+Picture referenceSkew(const Corners& corners, Picture input, Picture output) {
+    PlushImage target = output.image();
+    plainSkew(corners, input.image(), target);
     return output;
 }
 
@@ -99,71 +62,23 @@ Picture referenceDither(const Picture& image, int amount, bool pixelate) {
         }
     }
     if (amount < 1) return result;
-    for (int y = 0; y < result.height; ++y) {
-        for (int x = 0; x < result.width; ++x) {
-            const std::uint32_t hash =
-                ((static_cast<std::uint32_t>(x) * 92837111U) ^ (static_cast<std::uint32_t>(y) * 689287499U)) *
-                    1664525U +
-                1013904223U;
-            const std::int64_t noise = std::int64_t{hash} % (2 * std::int64_t{amount} + 1) - amount;
-            for (int channel = 0; channel < bytesPerPixel; ++channel) {
-                PixelByte& byte = result.at(x, y)[channel];
-                byte = static_cast<PixelByte>(std::clamp<std::int64_t>(byte + noise, 0, 255));
-            }
-        }
-    }
+    PlushImage target = result.image();
+    plainDither(target, amount);
     return result;
 }
 
-Picture referenceUpscale(const Picture& image, float factor) {
+Picture referenceUpscale(Picture image, float factor) {
     if (factor <= 1.0F) return image;
     Picture result(static_cast<int>(factor * static_cast<float>(image.width)),
                    static_cast<int>(factor * static_cast<float>(image.height)));
-    for (int y = 0; y < result.height; ++y) {
-        for (int x = 0; x < result.width; ++x) {
-            const float srcX = (static_cast<float>(x) + 0.5F) / factor - 0.5F;
-            const float srcY = (static_cast<float>(y) + 0.5F) / factor - 0.5F;
-            const int x0 = std::clamp(static_cast<int>(srcX), 0, image.width - 1);
-            const int x1 = std::clamp(static_cast<int>(srcX) + 1, 0, image.width - 1);
-            const int y0 = std::clamp(static_cast<int>(srcY), 0, image.height - 1);
-            const int y1 = std::clamp(static_cast<int>(srcY) + 1, 0, image.height - 1);
-            const float fx = srcX - static_cast<float>(x0);
-            const float fy = srcY - static_cast<float>(y0);
-            for (int channel = 0; channel < bytesPerPixel; ++channel) {
-                const float c00 = image.at(x0, y0)[channel];
-                const float c10 = image.at(x1, y0)[channel];
-                const float c01 = image.at(x0, y1)[channel];
-                const float c11 = image.at(x1, y1)[channel];
-                const float sum = c00 * (1 - fx) * (1 - fy) + c10 * fx * (1 - fy) + c01 * (1 - fx) * fy + c11 * fx * fy;
-                result.at(x, y)[channel] = static_cast<PixelByte>(static_cast<int>(sum) & 255);
-            }
-        }
-    }
+    plainUpscale(result.bytes, image.image(), factor);
     return result;
 }
 
-Picture referenceGridFill(const Picture& image, int step) {
-    Picture result = image;
-    for (int y = 0; y < image.height; ++y) {
-        for (int x = 0; x < image.width; ++x) {
-            const int rx = x % step;
-            const int ry = y % step;
-            if (rx == 0 && ry == 0) continue;
-            const int gx = x - rx;
-            const int gy = y - ry;
-            const int nx = gx < image.width - step ? gx + step : gx;
-            const int ny = gy < image.height - step ? gy + step : gy;
-            const float wx = nx == gx ? 0.0F : static_cast<float>(rx) / static_cast<float>(nx - gx);
-            const float wy = ny == gy ? 0.0F : static_cast<float>(ry) / static_cast<float>(ny - gy);
-            for (int channel = 0; channel < bytesPerPixel; ++channel) {
-                const auto c = [&](int column, int row) -> float { return image.at(column, row)[channel]; };
-                const float top = c(gx, gy) * (1 - wx) + c(nx, gy) * wx;
-                const float bottom = c(gx, ny) * (1 - wx) + c(nx, ny) * wx;
-                result.at(x, y)[channel] = static_cast<PixelByte>(std::round(top * (1 - wy) + bottom * wy));
-            }
-        }
-    }
-    return result;
+Picture referenceGridFill(Picture image, int step) {
+    PlushImage target = image.image();
+    plainGridFill(target, step);
+    return image;
 }
 
 Picture referenceTrim(const Picture& image, int width, int height) {

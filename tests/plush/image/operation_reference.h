@@ -28,15 +28,18 @@ struct Picture {
     }
     const PixelByte* at(int x, int y) const { return const_cast<Picture*>(this)->at(x, y); }
 
+    /// The same pixels as the operations know them.
+    PlushImage image() { return {width, height, bytes.data(), 0, 0, nullptr}; }
+
     bool operator==(const Picture&) const = default;
 };
 
 Picture referenceBlitRect(Picture target, const Picture& image, const PixelRect& rect, int x, int y, Blend blend,
                           float scale);
-Picture referenceSkew(const Corners& corners, const Picture& input, Picture output);
+Picture referenceSkew(const Corners& corners, Picture input, Picture output);
 Picture referenceDither(const Picture& image, int amount, bool pixelate);
-Picture referenceUpscale(const Picture& image, float factor);
-Picture referenceGridFill(const Picture& image, int step);
+Picture referenceUpscale(Picture image, float factor);
+Picture referenceGridFill(Picture image, int step);
 Picture referenceTrim(const Picture& image, int width, int height);
 Picture referenceMirror(const Picture& image, bool horizontal);
 std::string referenceAsciiArt(const Picture& image, int columns, int rows);

@@ -1,4 +1,4 @@
-// The plainest loops that do what an operation does.
+// The plainest loops that do what an operation does. Nothing here is clever: each pixel is worked out alone.
 
 #include "plain_operations.h"
 
@@ -45,8 +45,8 @@ void plainGridFill(PlushImage& image, int step) {
             if (rx == 0 && ry == 0) continue;
             const int gx = x - rx;
             const int gy = y - ry;
-            const int nx = gx + step < image.width ? gx + step : gx;
-            const int ny = gy + step < image.height ? gy + step : gy;
+            const int nx = gx < image.width - step ? gx + step : gx;
+            const int ny = gy < image.height - step ? gy + step : gy;
             const float wx = nx == gx ? 0.0F : static_cast<float>(rx) / static_cast<float>(nx - gx);
             const float wy = ny == gy ? 0.0F : static_cast<float>(ry) / static_cast<float>(ny - gy);
             PixelByte* target = pixelAt(image, x, y);
@@ -66,7 +66,8 @@ void plainDither(PlushImage& image, int amount) {
                 ((static_cast<std::uint32_t>(x) * 92837111U) ^ (static_cast<std::uint32_t>(y) * 689287499U)) *
                     1664525U +
                 1013904223U;
-            const int noise = static_cast<int>(hash % (2 * static_cast<std::uint32_t>(amount) + 1)) - amount;
+            const std::int64_t value = std::int64_t{hash % (2 * static_cast<std::uint32_t>(amount) + 1)} - amount;
+            const int noise = static_cast<int>(std::clamp<std::int64_t>(value, -255, 255)); // more changes nothing
             PixelByte* target = pixelAt(image, x, y);
             for (int channel = 0; channel < bytesPerPixel; ++channel) {
                 target[channel] = static_cast<PixelByte>(std::clamp(target[channel] + noise, 0, 255));
@@ -84,8 +85,10 @@ void plainSkew(const Corners& corners, const PlushImage& input, PlushImage& outp
     const auto lby = static_cast<float>(corners.leftBottom.y);
     const auto rbx = static_cast<float>(corners.rightBottom.x);
     const auto rby = static_cast<float>(corners.rightBottom.y);
-    const float inv1 = 1.0F / ((rtx - ltx) * (lby - lty) - (lbx - ltx) * (rty - lty));
-    const float inv2 = 1.0F / ((rbx - rtx) * (lby - rty) - (lbx - rtx) * (rby - rty));
+    const float area1 = (rtx - ltx) * (lby - lty) - (lbx - ltx) * (rty - lty);
+    const float area2 = (rbx - rtx) * (lby - rty) - (lbx - rtx) * (rby - rty);
+    const float inv1 = std::fabs(area1) < 1e-5F ? 0.0F : 1.0F / area1;
+    const float inv2 = std::fabs(area2) < 1e-5F ? 0.0F : 1.0F / area2;
     const auto maxX = static_cast<float>(input.width - 1);
     const auto maxY = static_cast<float>(input.height - 1);
     const auto copy = [&](int px, int py, float srcX, float srcY) {
@@ -98,7 +101,7 @@ void plainSkew(const Corners& corners, const PlushImage& input, PlushImage& outp
             const auto x = static_cast<float>(px);
             const auto y = static_cast<float>(py);
             float u = inv1 * ((x - ltx) * (lby - lty) - (y - lty) * (lbx - ltx));
-            if (u >= 0.0F) {
+            if (inv1 != 0.0F && u >= 0.0F) {
                 const float t = inv1 * ((rtx - x) * (lby - y) - (lbx - x) * (rty - y));
                 const float v = 1.0F - t - u;
                 if (t >= 0.0F && v >= 0.0F) {
@@ -107,7 +110,7 @@ void plainSkew(const Corners& corners, const PlushImage& input, PlushImage& outp
                 }
             }
             u = inv2 * ((x - rtx) * (lby - rty) - (y - rty) * (lbx - rtx));
-            if (!(u >= 0.0F)) continue;
+            if (inv2 == 0.0F || !(u >= 0.0F)) continue;
             const float t = inv2 * ((rbx - x) * (lby - y) - (lbx - x) * (rby - y));
             const float w = 1.0F - t - u;
             if (t >= 0.0F && w >= 0.0F) copy(px, py, (t + u) * maxX, (u + w) * maxY);
