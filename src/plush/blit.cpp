@@ -79,11 +79,15 @@ void blitAtOwnSize(PlushImage& target, const PlushImage& image, int x, int y, Bl
     const std::int64_t pixels = std::int64_t{image.width} * image.height;
     // A copy waits for the memory, which more threads don't make faster.
     const int workers = blend == Blend::Over ? workersFor(image.height, pixels) : 1;
+    // Rows without anything between them are one long run.
+    const bool rowsJoin = image.width == target.width && columns == static_cast<std::size_t>(image.width);
     splitRows(image.height, workers, RowSplit::Ceiling, [&](RowRange rows) {
         const int first = std::max(rows.first, -y);
         const int last = std::min(rows.last, target.height - y);
-        for (int row = first; row < last; ++row) {
-            drawRun(pixelAt(target, x + firstColumn, y + row), pixelAt(image, firstColumn, row), columns, blend);
+        const int step = rowsJoin ? std::max(last - first, 1) : 1;
+        const std::size_t count = columns * static_cast<std::size_t>(step);
+        for (int row = first; row < last; row += step) {
+            drawRun(pixelAt(target, x + firstColumn, y + row), pixelAt(image, firstColumn, row), count, blend);
         }
     });
 }

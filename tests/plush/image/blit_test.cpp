@@ -72,12 +72,36 @@ TEST(Blit, FollowsTheReferenceOnRandomImagesPlacesScalesAndRotations) {
     }
 }
 
+TEST(Blit, AnImageAsWideAsTheTargetIsDrawnAtAnyHeight) {
+    const unsigned seed = std::random_device{}();
+    std::mt19937 random(seed);
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    constexpr int tallest = 12;
+    for (const int width : {1, 7, 640}) {
+        for (int y = -tallest; y <= tallest; ++y) {
+            OwnedImage image(width, between(random, 1, tallest));
+            OwnedImage target(width, between(random, 1, tallest));
+            image.fillAtRandom(random);
+            target.fillAtRandom(random);
+            for (const int x : {-1, 0, 1}) {
+                for (const Blend blend : {Blend::Replace, Blend::Over}) {
+                    OwnedImage drawn = target;
+                    OwnedImage expected = target;
+                    blitImage(drawn.image(), image.image(), x, y, blend, 1.0F, 0.0F);
+                    referenceBlit(expected.image(), image.image(), x, y, blend, 1.0F, 0.0F);
+                    ASSERT_EQ(drawn.bytes(), expected.bytes()) << width << " wide, at " << x << ", " << y;
+                }
+            }
+        }
+    }
+}
+
 TEST(Blit, LargeBlitsGiveTheSameBytesWithAnyNumberOfThreads) {
     const unsigned seed = std::random_device{}();
     std::mt19937 random(seed);
     SCOPED_TRACE("seed " + std::to_string(seed));
     OwnedImage image(601, 307); // more pixels than the threshold for threads
-    OwnedImage target(640, 480);
+    OwnedImage target(601, 480);
     image.fillAtRandom(random);
     target.fillAtRandom(random);
     struct Way {
@@ -86,8 +110,8 @@ TEST(Blit, LargeBlitsGiveTheSameBytesWithAnyNumberOfThreads) {
         float scale;
         float rotation;
     };
-    for (const Way& way :
-         {Way{3, 5, 1.0F, 0.0F}, Way{-20, -7, 1.0F, 0.0F}, Way{2, 1, 1.7F, 0.0F}, Way{10, 10, 1.1F, 33.0F}}) {
+    for (const Way& way : {Way{3, 5, 1.0F, 0.0F}, Way{-20, -7, 1.0F, 0.0F}, Way{0, -3, 1.0F, 0.0F},
+                           Way{2, 1, 1.7F, 0.0F}, Way{10, 10, 1.1F, 33.0F}}) {
         for (const Blend blend : {Blend::Replace, Blend::Over}) {
             OwnedImage expected = target;
             referenceBlit(expected.image(), image.image(), way.x, way.y, blend, way.scale, way.rotation);
