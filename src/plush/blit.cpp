@@ -112,16 +112,11 @@ void blitScaled(PlushImage& target, const PlushImage& image, int x, int y, Blend
     if (sourceColumns.empty()) return;
 
     splitRows(box.rows(), workersFor(box.rows(), box.pixels()), RowSplit::Ceiling, [&](RowRange rows) {
-        std::vector<PixelByte> run(sourceColumns.size() * bytesPerPixel);
-        int runRow = -1; // the source row that `run` was picked from
+        PickedRows picked(sourceColumns, blend);
         for (int py = box.top + rows.first; py < box.top + rows.last; ++py) {
             const int row = nearestIndex(static_cast<float>(py - y) / scale, image.height);
             if (row < 0) break;
-            if (row != runRow) {
-                pickRun(run.data(), pixelAt(image, 0, row), sourceColumns);
-                runRow = row;
-            }
-            drawRun(pixelAt(target, box.left, py), run.data(), sourceColumns.size(), blend);
+            picked.draw(pixelAt(target, box.left, py), pixelAt(image, 0, row));
         }
     });
 }

@@ -81,14 +81,9 @@ void blitImageRect(PlushImage& target, const PlushImage& image, const PixelRect&
     for (int px = across.first; px < across.last; ++px) {
         columns[static_cast<std::size_t>(px - across.first)] = across.source + across.shown(px, scale);
     }
-    std::vector<PixelByte> run(count * bytesPerPixel);
-    int runRow = -1; // the source row that `run` was picked from
+    PickedRows picked(columns, blend);
     for (int py = down.first; py < down.last; ++py) {
         const int row = down.source + down.shown(py, scale);
-        if (row != runRow) {
-            pickRun(run.data(), pixelAt(image, 0, row), columns);
-            runRow = row;
-        }
-        drawRun(pixelAt(target, across.first, py), run.data(), count, blend);
+        picked.draw(pixelAt(target, across.first, py), pixelAt(image, 0, row));
     }
 }
