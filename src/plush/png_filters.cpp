@@ -112,6 +112,7 @@ void unfilterUp(std::uint8_t* target, const std::uint8_t* filtered, const std::u
 // ---- filtering ----
 
 constexpr std::size_t rgbaPixel = 4;
+constexpr std::size_t shortestVectorRow = rgbaPixel + 16; // bytes; from here on a row can end with a whole vector
 
 inline Bytes16 smaller(Bytes16 x, Bytes16 y) { return x < y ? x : y; }
 inline Bytes16 larger(Bytes16 x, Bytes16 y) { return x > y ? x : y; }
@@ -174,27 +175,60 @@ inline std::uint8_t filteredByte(std::uint8_t filter, const std::uint8_t* row, c
 
 constexpr unsigned absoluteOfSigned(std::uint8_t byte) { return byte < 128 ? byte : 256U - byte; }
 
+/// The sum of the absolute values of bytes that are read as signed, a vector at a time.
+class AbsoluteSum {
+public:
+    static constexpr std::size_t mostVectors = 65535 / (2 * 128); // after which a lane may be full
+
+    void add(Bytes16 bytes) {
+        const Words8 absolute = reinterpret_cast<Words8>(smaller(bytes, -bytes));
+        pairs_ += absolute;
+        upper_ += absolute >> 8;
+    }
+
+    std::uint64_t total() const {
+        const Words8 both = pairs_ - (upper_ << 8) + upper_;
+        std::uint64_t sum = 0;
+        for (int lane = 0; lane < 8; ++lane) sum += both[lane];
+        return sum;
+    }
+
+private:
+    Words8 pairs_{}; // of the bytes in each word, the upper ones counting 256 times, modulo 65536
+    Words8 upper_{}; // of the upper bytes
+};
+
+/// A mask of the last `count` bytes of a vector.
+inline Bytes16 lastBytes(std::size_t count) {
+    static constexpr std::array<std::uint8_t, 32> zerosAndOnes = [] {
+        std::array<std::uint8_t, 32> bytes{};
+        std::fill(bytes.begin() + 16, bytes.end(), std::uint8_t{0xFF});
+        return bytes;
+    }();
+    return loadBytes16(zerosAndOnes.data() + count);
+}
+
 /// The sum of absolute values that one filter leaves of a row; anything above `limit` if it is more than that.
 template <std::uint8_t filter>
 std::uint64_t sumOfRow(const std::uint8_t* row, const std::uint8_t* above, std::size_t size, std::uint64_t limit) {
-    constexpr std::size_t mostSteps = 64; // between two looks at the limit; a lane of 16 bits holds 511
+    constexpr std::size_t mostSteps = 64; // between two looks at the limit
+    static_assert(mostSteps <= AbsoluteSum::mostVectors);
     std::uint64_t sum = 0;
     std::size_t at = 0;
     for (; at < rgbaPixel; ++at) sum += absoluteOfSigned(filteredByte(filter, row, above, at));
     while (at + 16 <= size && sum <= limit) {
         const std::size_t steps = std::min((size - at) / 16, mostSteps);
-        Words8 pairs{}; // of the bytes in each word, the upper ones counting 256 times, modulo 65536
-        Words8 upper{}; // of the upper bytes
-        for (std::size_t step = 0; step < steps; ++step, at += 16) {
-            const Bytes16 bytes = filteredBytes<filter>(row + at, above + at);
-            const Words8 absolute = reinterpret_cast<Words8>(smaller(bytes, -bytes));
-            pairs += absolute;
-            upper += absolute >> 8;
-        }
-        const Words8 both = pairs - (upper << 8) + upper;
-        for (int lane = 0; lane < 8; ++lane) sum += both[lane];
+        AbsoluteSum part;
+        for (std::size_t step = 0; step < steps; ++step, at += 16)
+            part.add(filteredBytes<filter>(row + at, above + at));
+        sum += part.total();
     }
-    if (sum > limit) return sum;
+    if (at == size || sum > limit) return sum;
+    if (size >= shortestVectorRow) {
+        AbsoluteSum part;
+        part.add(filteredBytes<filter>(row + size - 16, above + size - 16) & lastBytes(size - at));
+        return sum + part.total();
+    }
     for (; at < size; ++at) sum += absoluteOfSigned(filteredByte(filter, row, above, at));
     return sum;
 }
@@ -239,7 +273,11 @@ template <std::uint8_t filter>
 void filterRow(std::uint8_t* target, const std::uint8_t* row, const std::uint8_t* above, std::size_t size) {
     std::size_t at = 0;
     for (; at < rgbaPixel; ++at) target[at] = filteredByte(filter, row, above, at);
-    for (; at + 16 <= size; at += 16) storeBytes16(target + at, filteredBytes<filter>(row + at, above + at));
+    const auto filterVector = [&](std::size_t from) {
+        storeBytes16(target + from, filteredBytes<filter>(row + from, above + from));
+    };
+    for (; at + 16 <= size; at += 16) filterVector(at);
+    if (size >= shortestVectorRow) return filterVector(size - 16); // some bytes twice, with the same result
     for (; at < size; ++at) target[at] = filteredByte(filter, row, above, at);
 }
 
