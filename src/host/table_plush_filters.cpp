@@ -11,13 +11,9 @@
 #include "plush/reshape.h"
 #include "plush/upscale.h"
 
-#include <cstdio>
-#include <optional>
-#include <string>
-
 namespace {
 
-Variable dither(const Arguments& arguments) {
+Variable plushDither(const Arguments& arguments) {
     PlushImage* image = liveImage(arguments, 0, "image");
     const int amount = arguments.integer(1, "amount");
     const bool pixelate = arguments.flag(2);
@@ -30,11 +26,7 @@ Variable printImage(const Arguments& arguments) {
     const int columns = arguments.integer(1, "width");
     const int rows = arguments.integer(2, "height");
     if (image && columns >= 1 && rows >= 1 && !imageSizeAllowed(columns, rows)) failAsTooLarge(arguments);
-    if (const std::optional<std::string> text = asciiArt(image, columns, rows)) {
-        std::fwrite(text->data(), 1, text->size(), stdout);
-    } else {
-        std::fputs("Invalid input parameters.\n", stderr);
-    }
+    printAsciiArt(image, columns, rows);
     return {};
 }
 
@@ -45,7 +37,7 @@ Variable bilinear(const Arguments& arguments) {
     return {};
 }
 
-Variable bilinearSolid(const Arguments& arguments) {
+Variable bilinearFuzz(const Arguments& arguments) {
     PlushImage* image = liveImage(arguments, 0, "image");
     if (image) bilinearInPlace(*image);
     return {};
@@ -77,10 +69,10 @@ Variable insertReflectionBinding(const Arguments& arguments) {
 void registerPlushFilters() {
     constexpr ModuleEntry entries[] = {
         {"printImage", printImage},
-        {"dither", dither},
+        {"dither", plushDither},
         {"bilinear", bilinear},
         {"trimImage", trimImage},
-        {"bilinearSolid", bilinearSolid},
+        {"bilinearSolid", bilinearFuzz},
         {"mirrorImage", mirrorImage},
         {"insertReflection", insertReflectionBinding},
     };

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <string_view>
 
 namespace {
@@ -68,4 +69,12 @@ std::optional<std::string> asciiArt(const PlushImage* image, int columns, int ro
         text += '\n';
     }
     return text;
+}
+
+void printAsciiArt(const PlushImage* image, int columns, int rows) {
+    if (const std::optional<std::string> text = asciiArt(image, columns, rows)) {
+        std::fwrite(text->data(), 1, text->size(), stdout);
+    } else {
+        std::fputs("Invalid input parameters.\n", stderr);
+    }
 }

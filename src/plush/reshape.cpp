@@ -43,17 +43,18 @@ void trimPlushImage(PlushImage& image, int width, int height) {
     image.height = height;
 }
 
-void mirrorPlushImage(PlushImage& image, Mirror mirror) {
-    if (!image.pixels || image.width < 1 || image.height < 1) return;
+PlushImage& mirrorPlushImage(PlushImage& image, Mirror mirror) {
+    if (!image.pixels || image.width < 1 || image.height < 1) return image;
     if (mirror == Mirror::Columns) {
         for (int row = 0; row < image.height; ++row) reverseRow(pixelAt(image, 0, row), image.width);
-        return;
+        return image;
     }
     const std::size_t rowBytes = static_cast<std::size_t>(image.width) * bytesPerPixel;
     for (int row = 0; row < image.height / 2; ++row) {
         PixelByte* upper = pixelAt(image, 0, row);
         std::swap_ranges(upper, upper + rowBytes, pixelAt(image, 0, image.height - 1 - row));
     }
+    return image;
 }
 
 void insertReflection(PlushImage& image, const PlushImage& map) {

@@ -53,6 +53,23 @@ TEST(AsciiArt, FollowsTheGrading) {
     colourGrading = before;
 }
 
+TEST(AsciiArt, PrintingWritesTheTextAndNothingElse) {
+    const LiveImage image(plain(255, 255, 255));
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    printAsciiArt(image.get(), 3, 1);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), " k \n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(AsciiArt, PrintingNothingComplainsOnTheErrorStream) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    printAsciiArt(nullptr, 3, 1);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Invalid input parameters.\n");
+}
+
 TEST(AsciiArt, ThereIsNoneOfNothing) {
     const LiveImage image(plain(1, 1, 1));
     PlushImage empty;

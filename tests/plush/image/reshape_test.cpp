@@ -54,7 +54,7 @@ TEST(Mirror, FollowsTheReferenceOnRandomSizes) {
         const Picture picture = randomPicture(random, 30, 30);
         const bool horizontal = random() % 2 == 0;
         const LiveImage image(picture);
-        mirrorPlushImage(*image, horizontal ? Mirror::Columns : Mirror::Rows);
+        EXPECT_EQ(&mirrorPlushImage(*image, horizontal ? Mirror::Columns : Mirror::Rows), image.get());
         ASSERT_EQ(Picture(*image), referenceMirror(picture, horizontal)) << picture.width << "x" << picture.height;
     }
 }
