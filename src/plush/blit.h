@@ -4,7 +4,8 @@
 //
 // Sampling takes the nearest pixel and filters nothing. An image at its own size is moved row by row. In every other
 // case each target pixel in the bounding box of the drawn rectangle asks which source pixel it shows; pixel centres
-// are not shifted by a half, so an image that is enlarged keeps its first column whole and shows half of its last.
+// are not shifted by a half, so an image that is enlarged shows only half of its first row and column, and ends half an
+// enlarged pixel early.
 
 #include "plush/image.h"
 
