@@ -151,10 +151,12 @@ TEST(GridFill, EveryPixelBehindTheLastGridLinesRepeatsThem) {
 }
 
 TEST(GridFill, NothingHappensWithoutThreadsWithoutAStepAndOnAGridOfEveryPixel) {
-    const Picture picture = numberedPicture(9, 9);
-    {
-        const ThreadSetting none(0);
-        EXPECT_EQ(filled(picture, 4), picture);
+    Picture picture = numberedPicture(9, 9);
+    picture.at(1, 1)[0] = 200; // which a fill would change
+    ASSERT_NE(filled(picture, 4), picture);
+    for (const int count : {0, -1, std::numeric_limits<int>::min()}) {
+        const ThreadSetting none(count);
+        EXPECT_EQ(filled(picture, 4), picture) << count << " threads";
     }
     EXPECT_EQ(filled(picture, 0), picture);
     EXPECT_EQ(filled(picture, -4), picture);

@@ -198,6 +198,18 @@ TEST(Blit, ARotationJustBeyondTheToleranceIsARotation) {
     EXPECT_NE(turned.bytes(), straight.bytes());
 }
 
+TEST(Blit, TheToleranceForWholeTurnsEndsAtItsLimits) {
+    const OwnedImage image = numberedImage(3, 3);
+    const auto drawn = [&image](float rotation) {
+        OwnedImage target = plainTarget(8, 8);
+        blitImage(target.image(), image.image(), 2, 2, Blend::Replace, 2.0F, rotation);
+        return target.bytes();
+    };
+    const auto straight = drawn(0.0F);
+    for (const float none : {0.9e-5F, 359.9991F, -0.0008F, 719.9992F}) EXPECT_EQ(drawn(none), straight) << none;
+    for (const float some : {1.1e-5F, 359.9989F, -0.0012F, 719.9988F}) EXPECT_NE(drawn(some), straight) << some;
+}
+
 TEST(Blit, DoublingRoundsToTheNearestSourcePixel) {
     // Columns 0 to 5 of the drawn rectangle ask for 0, 0.5, 1, 1.5, 2, 2.5; halves round up and 3 is outside.
     const OwnedImage image = numberedImage(3, 1);

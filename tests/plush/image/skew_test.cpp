@@ -127,6 +127,15 @@ TEST(Skew, CornersAtTheEndsOfTheIntegersAreNoHarm) {
     }
 }
 
+TEST(Skew, RoundingsOfFarCornersAcceptPixelsOutsideTheCorners) {
+    const Corner leftTop{333045344, -154886000};
+    const Corner right{4073823, -1894573};
+    const Corner leftBottom{434978912, -202291216};
+    const Picture result = drawn({leftTop, right, leftBottom, right}, numberedPicture(4, 4), Picture(4, 4));
+    EXPECT_EQ(result.at(0, 0)[0], 3) << "u is 0.75";
+    EXPECT_EQ(result.at(0, 0)[1], 1) << "v is 0.078125";
+}
+
 TEST(Skew, ImagesWithoutPixelsAreLeftAlone) {
     const Picture before = numberedPicture(4, 4);
     const LiveImage image(before);
