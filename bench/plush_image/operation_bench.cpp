@@ -1,4 +1,5 @@
-// The operations on whole images, each beside a plain loop of its formula, in one run and on one thread.
+// The operations on whole images, each beside a plain loop of its formula, in one run. The number behind a name is the
+// number of threads that the operation may use; the loop has one.
 
 #include "plain_operations.h"
 #include "plush/dither.h"
@@ -34,7 +35,7 @@ void finish(benchmark::State& state) {
 }
 
 void upscale(benchmark::State& state) {
-    AllowedThreads = 1;
+    AllowedThreads = static_cast<int>(state.range(0));
     for (auto _ : state) {
         state.PauseTiming();
         PlushImage* image = randomImage(frameWidth / 2, frameHeight / 2);
@@ -61,7 +62,6 @@ void upscalePlain(benchmark::State& state) {
 
 /// Runs an operation again and again on one frame.
 template <typename Operation> void onFrame(benchmark::State& state, Operation operation) {
-    AllowedThreads = 1;
     PlushImage* image = randomImage(frameWidth, frameHeight);
     for (auto _ : state) {
         operation(*image);
@@ -71,22 +71,28 @@ template <typename Operation> void onFrame(benchmark::State& state, Operation op
     finish(state);
 }
 
+/// The same with the threads that the benchmark's argument allows.
+template <typename Operation> void onFrameThreaded(benchmark::State& state, Operation operation) {
+    AllowedThreads = static_cast<int>(state.range(0));
+    onFrame(state, operation);
+}
+
 void gridFill(benchmark::State& state) {
     samplingStep = step;
-    onFrame(state, [](PlushImage& image) { bilinearInPlace(image); });
+    onFrameThreaded(state, [](PlushImage& image) { bilinearInPlace(image); });
 }
 void gridFillPlain(benchmark::State& state) {
     onFrame(state, [](PlushImage& image) { plainGridFill(image, step); });
 }
 void dither(benchmark::State& state) {
-    onFrame(state, [](PlushImage& image) { ditherImage(image, amount, false); });
+    onFrameThreaded(state, [](PlushImage& image) { ditherImage(image, amount, false); });
 }
 void ditherPlain(benchmark::State& state) {
     onFrame(state, [](PlushImage& image) { plainDither(image, amount); });
 }
 void skew(benchmark::State& state) {
     PlushImage* input = randomImage(frameWidth, frameHeight);
-    onFrame(state, [input](PlushImage& image) { skewImage(corners, *input, image); });
+    onFrameThreaded(state, [input](PlushImage& image) { skewImage(corners, *input, image); });
     killImage(input);
 }
 void skewPlain(benchmark::State& state) {
@@ -95,13 +101,13 @@ void skewPlain(benchmark::State& state) {
     killImage(input);
 }
 
-BENCHMARK(upscale)->UseRealTime();
+BENCHMARK(upscale)->Arg(1)->Arg(2)->UseRealTime();
 BENCHMARK(upscalePlain)->UseRealTime();
-BENCHMARK(gridFill)->UseRealTime();
+BENCHMARK(gridFill)->Arg(1)->Arg(2)->UseRealTime();
 BENCHMARK(gridFillPlain)->UseRealTime();
-BENCHMARK(dither)->UseRealTime();
+BENCHMARK(dither)->Arg(1)->Arg(2)->UseRealTime();
 BENCHMARK(ditherPlain)->UseRealTime();
-BENCHMARK(skew)->UseRealTime();
+BENCHMARK(skew)->Arg(1)->Arg(2)->UseRealTime();
 BENCHMARK(skewPlain)->UseRealTime();
 
 } // namespace
