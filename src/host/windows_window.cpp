@@ -17,13 +17,16 @@
 #include <algorithm>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
+#include <utility>
 
 /// A window with its handles. The base is what the presentation code knows of it.
 struct WindowsWindow : WmWindow {
     HWND handle = nullptr;
     HDC deviceContext = nullptr;
-    BITMAPINFO bitmap{}; // the form of `backbuffer` for the present call
+    BITMAPINFO bitmap{};                        // the form of `backbuffer` for the present call
+    std::optional<ClientSize> sizeOnceRestored; // of a window that was resized while it was minimised
 };
 
 namespace {
@@ -118,12 +121,25 @@ LRESULT handleMessage(WindowsWindow& window, UINT message, WPARAM first, LPARAM 
     return DefWindowProcW(window.handle, message, first, second);
 }
 
+/// How large a window is whose client area has this size.
+SIZE outerSize(const ClientSize& client) {
+    RECT outer{0, 0, client.width, client.height};
+    AdjustWindowRect(&outer, overlappedStyle, FALSE);
+    return {outer.right - outer.left, outer.bottom - outer.top};
+}
+
 LRESULT CALLBACK windowProcedure(HWND handle, UINT message, WPARAM first, LPARAM second) {
     if (message == WM_NCCREATE) {
         auto* created = static_cast<WindowsWindow*>(reinterpret_cast<const CREATESTRUCTW*>(second)->lpCreateParams);
         created->handle = handle;
         SetWindowLongPtrW(handle, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
         return DefWindowProcW(handle, message, first, second);
+    }
+    if (message == WM_GETMINMAXINFO) { // asked before there is a record
+        // Windows would keep room for the title's buttons; a game gets the size that it asks for.
+        const SIZE smallest = outerSize({1, 1});
+        reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {smallest.cx, smallest.cy};
+        return handled;
     }
     auto* window = reinterpret_cast<WindowsWindow*>(GetWindowLongPtrW(handle, GWLP_USERDATA));
     if (!window) return DefWindowProcW(handle, message, first, second);
@@ -153,11 +169,9 @@ bool registerWindowClass() {
     return registered;
 }
 
-/// How large a window is whose client area has this size.
-SIZE outerSize(const ClientSize& client) {
-    RECT outer{0, 0, client.width, client.height};
-    AdjustWindowRect(&outer, overlappedStyle, FALSE);
-    return {outer.right - outer.left, outer.bottom - outer.top};
+void resizeNow(WindowsWindow& window, const ClientSize& client) {
+    const SIZE outer = outerSize(client);
+    SetWindowPos(window.handle, nullptr, 0, 0, outer.cx, outer.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 bool openWindow(WindowsWindow& window) {
@@ -225,9 +239,14 @@ void wm_setWindowTitle(WmWindow* window, const char* title) {
 
 void wm_setWindowSize(WmWindow* window, int width, int height) {
     if (!window) return;
-    const SIZE outer = outerSize(heldClientSize(width, height));
-    SetWindowPos(platformWindow(window)->handle, nullptr, 0, 0, outer.cx, outer.cy,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    WindowsWindow& resized = *platformWindow(window);
+    const ClientSize client = heldClientSize(width, height);
+    if (IsIconic(resized.handle)) {
+        resized.sizeOnceRestored = client;
+        clientResized(resized, client.width, client.height); // no message tells of it
+    } else {
+        resizeNow(resized, client);
+    }
 }
 
 void wm_updateWindow(WmWindow* window) {
@@ -243,6 +262,9 @@ void wm_updateWindow(WmWindow* window) {
         DispatchMessageW(&message);
     }
     WindowsWindow& presented = *platformWindow(window);
+    if (presented.sizeOnceRestored && !IsIconic(presented.handle)) {
+        resizeNow(presented, *std::exchange(presented.sizeOnceRestored, std::nullopt));
+    }
     if (!presented.dirty || !presented.handle || presented.clientWidth < 1 || presented.clientHeight < 1) return;
     renderIntoBackbuffer(presented);
     presentBackbuffer(presented, presented.deviceContext);

@@ -1,6 +1,7 @@
 @@ A game that tells what it sees of its player: it prints every change of keys, buttons and mouse until its window is
-@@ closed. Six digit keys are commands: 1 describes a capture, 2 opens the window again, which renames and resizes it,
-@@ 3 sets the title, 4 changes the clear colour, 5 kills the window and opens another, 6 describes a capture in a while.
+@@ closed. Eight digit keys are commands: 1 describes a capture, 2 opens the window again, which renames and resizes it,
+@@ 3 sets the title, 4 changes the clear colour, 5 kills the window and opens another, 6 describes a capture in a while,
+@@ 7 opens the window again in a while and describes a capture of that, 8 opens it again and makes it small.
 width = 320
 height = 180
 Metal["spawnWindow"](width, height, "first title")
@@ -30,6 +31,7 @@ end
 buttons = [false, false, false]
 whileInMilliseconds = 1000
 captureAt = -1
+resizeAt = -1
 mouseX = -2
 mouseY = -2
 
@@ -69,6 +71,11 @@ function obey(name)
         print("replaced")
     elseif name == "6"
         captureAt = Ostrel["getGlobalTime"]() + whileInMilliseconds
+    elseif name == "7"
+        resizeAt = Ostrel["getGlobalTime"]() + whileInMilliseconds
+    elseif name == "8"
+        Metal["spawnWindow"](48, 30, "first title")
+        print("shrunk")
     end
 end
 
@@ -117,6 +124,11 @@ while open
     watchKeys()
     if captureAt >= 0 and Ostrel["getGlobalTime"]() >= captureAt
         captureAt = -1
+        describeCapture()
+    end
+    if resizeAt >= 0 and Ostrel["getGlobalTime"]() >= resizeAt
+        resizeAt = -1
+        Metal["spawnWindow"](360, 250, "third title")
         describeCapture()
     end
     Metal["forceUpdate"]()

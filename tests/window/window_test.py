@@ -284,7 +284,7 @@ class Test:
 
     def every_published_key_goes_down_and_up(self):
         for key in KEYS:
-            if key not in '123456':
+            if key not in '12345678':
                 self.tap(key)
 
     def several_keys_are_held_at_once(self):
@@ -378,6 +378,12 @@ class Test:
         self.tap('4', 'recoloured')
         self.expect_picture((500, 200), SECOND_CLEAR)
 
+    def a_window_is_as_small_as_it_is_asked_for(self):
+        self.tap('8', 'shrunk')
+        self.eventually(self.client, (48, 30), 'the client area')
+        self.expect_picture((48, 30), SECOND_CLEAR)
+        self.point_at_all_edges()
+
     def spawning_again_renames_and_resizes_the_window(self):
         self.tap('2', 'reopened')
         self.same(self.await_window('second title'), self.window, 'the window of the second title')
@@ -397,6 +403,17 @@ class Test:
         self.screen.restore(self.window)
         self.screen.activate(self.window)
         self.expect_picture((400, 300), SECOND_CLEAR)
+        self.eventually(lambda: self.sees_key('L'), True, 'a key in the restored window')
+        self.point_at_all_edges()
+
+    def a_minimised_window_can_be_opened_again_with_another_size(self):
+        since = self.tap('7')
+        self.screen.minimise(self.window)
+        self.game.wait_line('captured', since)
+        self.same([l for l in self.game.lines[since:] if l.startswith('size')], ['size 360 250'], 'the size')
+        self.screen.restore(self.window)
+        self.screen.activate(self.window)
+        self.expect_picture((360, 250), SECOND_CLEAR)
         self.eventually(lambda: self.sees_key('L'), True, 'a key in the restored window')
         self.point_at_all_edges()
 
@@ -508,8 +525,10 @@ class Test:
                         self.a_capture_of_a_letterboxed_window_holds_the_bars,
                         self.a_tall_window_shows_bars_above_and_below, self.a_small_window_shrinks_the_frame,
                         self.the_clear_colour_changes_bars_and_transparent_pixels,
+                        self.a_window_is_as_small_as_it_is_asked_for,
                         self.spawning_again_renames_and_resizes_the_window, self.the_title_can_be_set_and_read,
                         self.a_minimised_window_keeps_its_size_and_picture,
+                        self.a_minimised_window_can_be_opened_again_with_another_size,
                         self.the_keypad_moves_while_it_writes_no_digits,
                         self.the_keypad_does_nothing_while_it_writes_digits,
                         self.a_key_held_when_the_focus_is_lost_reads_up_at_once,
