@@ -178,7 +178,7 @@ private:
         Variable boxedKey;
         const Variable& keyValue = key.value(boxedKey);
         boxed = engine_.getIndexedValue(container.value(containerStorage), keyValue);
-        return {};
+        return madeValue();
     }
 
     FastScalarValue evaluateCall(const FastNode& node, Variable& boxed) {
@@ -335,7 +335,7 @@ private:
         case ScalarKind::Invalid: break;
         }
         boxed = engine_.negate(boxed);
-        return {};
+        return madeValue();
     }
 
     FastScalarValue evaluateNot(const FastNode& node, Variable& boxed) {
@@ -343,7 +343,7 @@ private:
         if (aborted(node)) return makeFastScalarNil();
         if (operand.scalar.isValid()) return makeFastScalarBool(!isTruthyInExpression(operand.scalar));
         boxed = !engine_.isTruthy(*operand.boxed);
-        return {};
+        return madeValue();
     }
 
     FastScalarValue evaluateLength(const FastNode& node, Variable& boxed) {

@@ -380,7 +380,8 @@ TEST(Condition, ZeroIsFalseWhereScalarsAreComputed) {
 TEST(Condition, ZeroIsTrueWhereValuesAreComputed) {
     OstrelScript engine;
     engine.runScript("list = [0]\nfunction longer(x)\nlocal y = x\nreturn y\nend\nfunction table0()\nlocal t = {k = "
-                     "0}\nreturn t\nend\nfunction open(...)\nreturn 0\nend\nmap = {k1 = 0, sub1 = {z = 0, e = []}}");
+                     "0}\nreturn t\nend\nfunction open(...)\nreturn 0\nend\nmap = {k1 = 0, sub1 = {z = 0, e = []}, k = "
+                     "0}\nmap[false] = 0");
     for (const char* condition : {"[0][1]",
                                   "{a = 0}[\"a\"]",
                                   "longer(0)",
@@ -406,7 +407,11 @@ TEST(Condition, ZeroIsTrueWhereValuesAreComputed) {
                                   "#(\"\" + \"\")",
                                   "(nobody or map)[\"k1\"]",
                                   "(map and list)[1]",
-                                  "#(nobody or \"\")"})
+                                  "#(nobody or \"\")",
+                                  "map[!list]",
+                                  "map[not list]",
+                                  "list[-longer(-1)]",
+                                  "map[\"ok\"[2]]"})
         EXPECT_EQ(conditionOf(engine, condition), "yes") << condition;
     for (const char* condition :
          {"longer(false)", "longer(not)", "[false][1]", "[not][1]", "{}[1]", "!longer(0)", "not longer(0)"})
