@@ -25,6 +25,10 @@ public:
         try {
             position_ = first;
             while (position_ < last) {
+                if (!isStatement(lines_[position_])) {
+                    ++position_;
+                    continue;
+                }
                 engine_.rethrowPendingCoroutineException();
                 step();
                 if (engine_.scheduledCoroutine_) engine_.serviceScheduledCoroutineTurnNoThrow();
@@ -37,13 +41,21 @@ public:
     }
 
 private:
+    /// False for blank lines and for the strays of blocks. They are passed over, and no coroutine has a turn for them.
+    static bool isStatement(const ParsedScriptLine& line) {
+        switch (line.kind) {
+        case LineKind::Blank:
+        case LineKind::Elseif:
+        case LineKind::Else:
+        case LineKind::End:
+        case LineKind::Until: return false;
+        default: return true;
+        }
+    }
+
     /// Runs the statement at the position and leaves the position behind it.
     void step() {
         const ParsedScriptLine& line = lines_[position_];
-        if (line.tokens.empty()) {
-            ++position_;
-            return;
-        }
         engine_.setCurrentLine(line);
         engine_.countStep();
         switch (line.kind) {
@@ -79,7 +91,7 @@ private:
             ++position_;
             engine_.executeStatement(line);
             break;
-        default: ++position_; break; // stray `end` and the like
+        default: ++position_; break; // no statement
         }
     }
 

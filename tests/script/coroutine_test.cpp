@@ -37,6 +37,15 @@ TEST(CoroutineOverLines, EveryStatementIsFollowedByATurn) {
     EXPECT_EQ(probe.said, "1 a 2 b 3 ");
 }
 
+TEST(CoroutineOverLines, BlankLinesAndStraysAreNoStatements) {
+    const std::string text = std::string(counting) + "counts()\n\n@@ nothing\nend\nuntil\nsay(\"a\")\n\n\n";
+    Probe probe;
+    walk(probe, text);
+    EXPECT_EQ(probe.said, "1 a 2 ");
+    Probe compiled;
+    EXPECT_EQ(compiled.hear(text), "1 a 2 ");
+}
+
 TEST(CoroutineOverLines, ABlockIsAStatementToo) {
     Probe probe;
     walk(probe, std::string(counting) + "counts()\nif true\nsay(\"a\")\nend\nsay(\"b\")");
