@@ -79,7 +79,7 @@ private:
         const BytecodeChunk& chunk = program_.chunks[chunkIndex];
         const ScopeGuard scopes(engine_);
         const BlockDepthGuard depth(engine_, chunk.isNested ? 1 : 0);
-        const bool inScope = engine_.blockScopes_.size() > engine_.blockScopeBase_;
+        const bool inScope = engine_.blockScopes_ > engine_.blockScopeBase_;
         if (chunk.hasLocalDeclarations || inScope) engine_.pushBlockScope();
         checkRange(chunk);
         const ActiveChunkGuard active(engine_, program_, chunkIndex);
@@ -103,10 +103,15 @@ private:
             const Instruction& instruction = program_.instructions[pc++];
             if (instruction.opcode > static_cast<std::uint8_t>(Opcode::Nest) && !inlined_) return;
             engine_.countStep();
-            if (instruction.opcode <= static_cast<std::uint8_t>(Opcode::AssignFast))
+            const auto opcode = static_cast<Opcode>(instruction.opcode);
+            if (opcode <= Opcode::AssignFast)
                 runStatement(enterLine(instruction.operand));
+            else if (opcode == Opcode::If)
+                runIf(at(program_.ifGroups, instruction.operand, "if-group"));
+            else if (opcode == Opcode::Return && !inlined_)
+                runReturn(instruction.operand);
             else
-                runInstruction(static_cast<Opcode>(instruction.opcode), instruction.operand);
+                runInstruction(opcode, instruction.operand);
             if (engine_.scheduledCoroutine_) engine_.serviceScheduledCoroutineTurnNoThrow();
             if (signal_.kind == SignalKind::Jump)
                 signal_.kind = SignalKind::None; // a block was left for the sake of a jump: see whether it ends here
@@ -134,21 +139,24 @@ private:
         return true;
     }
 
-    void runInstruction(Opcode opcode, std::uint32_t operand) {
+    void runReturn(std::uint32_t operand) {
+        engine_.evaluateReturn(enterLine(operand), result_);
+        if (!engine_.shouldAbortForSoftRaisedError()) signal_.kind = SignalKind::Return;
+    }
+
+    /// The instructions that are rarer or do more; the loop runs the others itself.
+    [[gnu::noinline]] void runInstruction(Opcode opcode, std::uint32_t operand) {
         if (inlined_ && !mayRunInline(opcode)) throw BytecodeStructureError("Unexpected non-inline opcode");
         switch (opcode) {
         case Opcode::Line:
-        case Opcode::AssignFast: break; // run by the caller
-        case Opcode::If: runIf(at(program_.ifGroups, operand, "if-group")); break;
+        case Opcode::AssignFast:
+        case Opcode::If:
+        case Opcode::Return: break; // run by the caller
         case Opcode::While: runWhile(at(program_.whileLoops, operand, "while-loop")); break;
         case Opcode::Repeat: runRepeat(at(program_.repeatLoops, operand, "repeat-loop")); break;
         case Opcode::ForNumeric: runFor(at(program_.numericForLoops, operand, "numeric-for"), true); break;
         case Opcode::ForGeneric: runFor(at(program_.genericForLoops, operand, "generic-for"), false); break;
         case Opcode::Function: declare(at(program_.functions, operand, "function-declaration")); break;
-        case Opcode::Return:
-            engine_.evaluateReturn(enterLine(operand), result_);
-            if (!engine_.shouldAbortForSoftRaisedError()) signal_.kind = SignalKind::Return;
-            break;
         case Opcode::Break:
             enterLine(operand);
             signal_.kind = SignalKind::Break;
@@ -165,14 +173,23 @@ private:
     /// The record under the index. The inline runner has its own name for the fault.
     template <typename Record>
     const Record& at(const std::vector<Record>& records, std::uint32_t index, const char* what) const {
-        if (index >= records.size())
-            throw BytecodeStructureError(std::string(inlined_ ? "Inline bytecode " : "Bytecode ") + what +
-                                         " index out of range");
+        if (index >= records.size()) [[unlikely]]
+            failIndex(what);
         return records[index];
     }
 
+    [[noreturn, gnu::noinline]] void failIndex(const char* what) const {
+        throw BytecodeStructureError(std::string(inlined_ ? "Inline bytecode " : "Bytecode ") + what +
+                                     " index out of range");
+    }
+
+    [[noreturn, gnu::noinline]] static void failLine() {
+        throw BytecodeStructureError("Bytecode line index out of range");
+    }
+
     const ParsedScriptLine& enterLine(std::uint32_t index) {
-        if (index >= program_.lines.size()) throw BytecodeStructureError("Bytecode line index out of range");
+        if (index >= program_.lines.size()) [[unlikely]]
+            failLine();
         const ParsedScriptLine& line = program_.lines[index];
         engine_.setCurrentLine(line);
         return line;
@@ -196,9 +213,11 @@ private:
     };
 
     Body bodyOf(std::uint32_t chunk) const {
-        const bool atGlobalLevel = engine_.blockScopes_.size() <= engine_.blockScopeBase_;
+        const bool plain = isPlain(chunk);
+        if (plain && program_.chunks[chunk].isNested) return {chunk, BodyRoad::Plain}; // nested chunks never run inline
+        const bool atGlobalLevel = engine_.blockScopes_ <= engine_.blockScopeBase_;
         if (atGlobalLevel && OstrelScript::isInlineEligible(program_, chunk)) return {chunk, BodyRoad::Inline};
-        return {chunk, isPlain(chunk) ? BodyRoad::Plain : BodyRoad::Chunk};
+        return {chunk, plain ? BodyRoad::Plain : BodyRoad::Chunk};
     }
 
     void runBody(const Body& body) {

@@ -96,7 +96,6 @@ FastScalarValue OstrelScript::callScript(ScriptCallable& callable, const Variabl
     if (callable.isLoadedChunk) enterLoadedChunk(callable, count);
 
     const CallGuard guard(*this, callable);
-    pushFrame();
     bindParameters(callable, arguments, count);
     return runCallable(callable, boxed);
 }
@@ -105,7 +104,6 @@ FastScalarValue OstrelScript::callBound(const ScriptCallable& callable, std::siz
     checkNativeStack();
     const DepthGuard depth(callDepth_);
     const CallGuard guard(*this, callable, base);
-    callFrames_.push_back(base);
     for (std::size_t i = 0; i < callable.parameters.size(); ++i)
         nameInFrame(bindings_[base + i], callable.parameters[i]);
     return runCallable(callable, boxed);

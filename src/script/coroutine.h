@@ -25,7 +25,7 @@ struct CoroutineFrame {
     std::size_t line = 0;      // the loop's header, or its `until`
     std::size_t bodyStart = 0; // lines of the loop's body
     std::size_t bodyEnd = 0;
-    std::size_t bindings = 0, blocks = 0, frames = 0; // sizes to return to when the frame is popped
+    std::size_t bindings = 0, blocks = 0; // sizes to return to when the frame is popped
     std::size_t scopeBase = 0;
     std::size_t savedBlockDepth = 0; // the block depth while this frame runs
     bool started = false;            // the header was evaluated, or the body has run

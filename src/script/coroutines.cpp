@@ -47,8 +47,7 @@ private:
         CoroutineFrame frame;
         frame.kind = kind;
         frame.bindings = engine_.bindings_.size();
-        frame.blocks = engine_.blockScopes_.size();
-        frame.frames = engine_.callFrames_.size();
+        frame.blocks = engine_.blockScopes_;
         frame.scopeBase = engine_.blockScopeBase_;
         frame.savedBlockDepth = engine_.blockDepth_;
         return frame;
@@ -57,8 +56,7 @@ private:
     void popFrame() {
         const CoroutineFrame& frame = top();
         engine_.bindings_.popTo(frame.bindings);
-        engine_.blockScopes_.resize(frame.blocks);
-        engine_.callFrames_.resize(frame.frames);
+        engine_.blockScopes_ = frame.blocks;
         engine_.blockScopeBase_ = frame.scopeBase;
         state_.frames.pop_back();
     }
@@ -227,7 +225,6 @@ private:
     }
 
     void openLoopFrame(const ParsedScriptLine& line) {
-        engine_.pushFrame();
         for (Name* name : line.plan->loopNames) top().variables.push_back(&engine_.bindInFrame(name));
     }
 
@@ -251,7 +248,6 @@ std::shared_ptr<CoroutineState> OstrelScript::createCoroutineState(Ref<ScriptCal
     blockDepth_ = function.nativeScopeIndex;
     if (!function.sourcePath.empty()) sourcePath_ = &function.sourcePath;
     if (!function.sourceDirectory.empty()) sourceDirectory_ = &function.sourceDirectory;
-    pushFrame();
     bindParameters(function, arguments, count);
     CoroutineRun(*this, *state).pushBlock(0, function.body->size());
     return state;

@@ -21,11 +21,10 @@ struct ScriptPosition {
 };
 
 struct ExecutionState {
-    BindingStack bindings_;                // of all block scopes and call frames
-    std::vector<std::size_t> blockScopes_; // where each block scope begins in bindings_
-    std::vector<std::size_t> callFrames_;  // where each call frame begins in bindings_
-    std::size_t blockScopeBase_ = 0;       // block scopes below belong to callers and are hidden
-    std::size_t blockDepth_ = 0;           // the current native scope's index
+    BindingStack bindings_;          // of all block scopes and call frames
+    std::size_t blockScopes_ = 0;    // how many block scopes stand; a binding in one knows its number
+    std::size_t blockScopeBase_ = 0; // block scopes below belong to callers and are hidden
+    std::size_t blockDepth_ = 0;     // the current native scope's index
     std::vector<std::vector<Variable>> varargs_;
 
     std::size_t callDepth_ = 0;

@@ -181,37 +181,48 @@ private:
         return madeValue();
     }
 
+    static bool isCallable(const Variable& value) { return value.isFunction() && value.callable() != nullptr; }
+
     FastScalarValue evaluateCall(const FastNode& node, Variable& boxed) {
         // Held, not borrowed: the function may replace its own variable while its arguments are made or while it runs.
         Ref<ScriptCallable> function;
-        {
+        const FastNode& calleeNode = at(node.left);
+        if (const Variable* named = calleeNode.kind == FastKind::Variable ? resolve(calleeNode) : nullptr;
+            named != nullptr && isCallable(*named)) {
+            function = named->asFunction();
+        } else {
             Variable storage;
             const FastOperand callee = read(node.left, storage, true);
-            if (aborted(at(node.left))) return makeFastScalarNil();
-            if (callee.scalar.isValid() || !callee.boxed->isFunction() || callee.boxed->callable() == nullptr)
-                return failCall(node, callee);
+            if (aborted(calleeNode)) return makeFastScalarNil();
+            if (callee.scalar.isValid() || !isCallable(*callee.boxed)) return failCall(node, callee);
             function = callee.boxed->asFunction();
         }
         const auto count = static_cast<std::size_t>(node.intValue);
-        if (function->hasFixedParameters()) return callBound(node, *function, count, boxed);
+        return function->hasFixedParameters() ? callBound(node, *function, count, boxed)
+                                              : callUnbound(node, *function, count, boxed);
+    }
+
+    /// Evaluates the arguments on the stack. Apart from the other road, which needs none of these places.
+    [[gnu::noinline]] FastScalarValue callUnbound(const FastNode& node, ScriptCallable& function, std::size_t count,
+                                                  Variable& boxed) {
         switch (count) {
-        case 0: return callWith(node, *function, nullptr, 0, boxed);
+        case 0: return callWith(node, function, nullptr, 0, boxed);
         case 1: {
             Variable argument;
-            return callWith(node, *function, &argument, 1, boxed);
+            return callWith(node, function, &argument, 1, boxed);
         }
         case 2: {
             std::array<Variable, 2> arguments;
-            return callWith(node, *function, arguments.data(), count, boxed);
+            return callWith(node, function, arguments.data(), count, boxed);
         }
         case 3:
         case 4: {
             std::array<Variable, 4> arguments;
-            return callWith(node, *function, arguments.data(), count, boxed);
+            return callWith(node, function, arguments.data(), count, boxed);
         }
         default: {
             std::vector<Variable> arguments(count);
-            return callWith(node, *function, arguments.data(), count, boxed);
+            return callWith(node, function, arguments.data(), count, boxed);
         }
         }
     }
@@ -390,13 +401,18 @@ private:
     FastScalarValue evaluateBinary(const FastNode& node, Variable& boxed) {
         const FastNode& leftNode = at(node.left);
         const FastNode& rightNode = at(node.right);
+        bool made = false; // one side is a number in a Variable that was made, and so is the result
         FastScalarValue left = plainScalar(leftNode);
         if (!left.isValid()) {
-            if (leftNode.kind < FastKind::Negate || leftNode.kind == FastKind::And || leftNode.kind == FastKind::Or)
+            if (leftNode.kind < FastKind::Call || leftNode.kind == FastKind::And || leftNode.kind == FastKind::Or)
                 return evaluateBinaryInFull(node, boxed);
             left = evaluate(node.left, boxed);
             if (aborted(leftNode)) return makeFastScalarNil();
-            if (!left.isValid()) return finishBinary(node, {left, &boxed}, boxed);
+            if (!left.isValid()) {
+                if (!boxed.isNumeric()) return finishBinary(node, {left, &boxed}, boxed);
+                left = fastScalarFromVariable(boxed);
+                made = true;
+            }
         }
         FastScalarValue right = plainScalar(rightNode);
         if (!right.isValid()) {
@@ -407,14 +423,21 @@ private:
             if (aborted(rightNode)) return makeFastScalarNil();
             right = operand.scalar;
             if (!right.isValid()) {
-                setToken(node);
-                Variable storage;
-                combineBoxed(engine_, node.kind, {left, nullptr}, operand, boxed, storage);
-                return madeValue();
+                if (!operand.boxed->isNumeric()) {
+                    setToken(node);
+                    Variable storage;
+                    combineBoxed(engine_, node.kind, {left, nullptr}, operand, boxed, storage);
+                    return madeValue();
+                }
+                right = fastScalarFromVariable(*operand.boxed);
+                made = true;
             }
         }
         setToken(node);
-        return combineScalars(engine_, node.kind, left, right, boxed);
+        const FastScalarValue result = combineScalars(engine_, node.kind, left, right, boxed);
+        if (!made) return result;
+        assignFastScalarToVariable(boxed, result);
+        return madeValue();
     }
 
     [[gnu::noinline]] FastScalarValue evaluateBinaryInFull(const FastNode& node, Variable& boxed) {

@@ -12,7 +12,6 @@ void OstrelScript::runNumericFor(const ParsedScriptLine& line, BlockSignal& sign
     NumericLoop loop = readNumericLoop(line);
     if (shouldAbortForSoftRaisedError()) return;
     const ScopeGuard scopes(*this);
-    pushFrame();
     Binding& variable = bindInFrame(line.plan->loopNames[0]);
     for (; !loop.isOver(); loop.current += loop.step) {
         countStep();
@@ -28,7 +27,6 @@ void OstrelScript::runGenericFor(const ParsedScriptLine& line, BlockSignal& sign
     const GenericLoop loop = readGenericLoop(line);
     if (shouldAbortForSoftRaisedError()) return;
     const ScopeGuard scopes(*this);
-    pushFrame();
     std::vector<Binding*> variables;
     for (Name* name : line.plan->loopNames) variables.push_back(&bindInFrame(name));
     for (std::size_t round = 0; round < loop.entries.size(); ++round) {

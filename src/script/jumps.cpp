@@ -133,7 +133,6 @@ bool OstrelScript::executeRegisteredJumpTarget(const std::string& label) {
         return false;
 
     const CallGuard guard(*this, *callable);
-    pushFrame();
     bindParameters(*callable, nullptr, 0);
     BlockSignal signal;
     Variable unwanted;

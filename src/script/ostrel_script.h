@@ -283,9 +283,8 @@ private:
     static Variable* findInScope(Scope& scope, const Name* name);
     Scope* currentNativeScope() const;
     Scope& currentNativeScopeForWrite();
-    void pushBlockScope();
-    void pushFrame();
-    /// A new binding in the newest frame, its value nil.
+    void pushBlockScope() { ++blockScopes_; }
+    /// A new binding in the newest frame, its value nil. A frame is nothing but the bindings made since it was opened.
     Binding& bindInFrame(Name* name) {
         Binding& binding = bindings_.push();
         nameInFrame(binding, name);

@@ -7,25 +7,21 @@
 
 #include <utility>
 
-/// Takes off every block scope, call frame and binding that was pushed since it was made.
+/// Takes off every block scope and binding that was pushed since it was made.
 class ScopeGuard {
 public:
-    explicit ScopeGuard(OstrelScript& engine) : ScopeGuard(engine, engine.bindings_.size()) {}
-    /// The same, and takes off the bindings above `bindings` that are there already.
-    ScopeGuard(OstrelScript& engine, std::size_t bindings)
-        : engine_(engine), bindings_(bindings), blocks_(engine.blockScopes_.size()),
-          frames_(engine.callFrames_.size()) {}
+    explicit ScopeGuard(OstrelScript& engine)
+        : engine_(engine), bindings_(engine.bindings_.size()), blocks_(engine.blockScopes_) {}
     ScopeGuard(const ScopeGuard&) = delete;
     ScopeGuard& operator=(const ScopeGuard&) = delete;
     ~ScopeGuard() {
         if (engine_.bindings_.size() != bindings_) engine_.bindings_.popTo(bindings_);
-        if (engine_.blockScopes_.size() != blocks_) engine_.blockScopes_.resize(blocks_);
-        if (engine_.callFrames_.size() != frames_) engine_.callFrames_.resize(frames_);
+        engine_.blockScopes_ = blocks_;
     }
 
 private:
     OstrelScript& engine_;
-    std::size_t bindings_, blocks_, frames_; // sizes to return to
+    std::size_t bindings_, blocks_; // sizes to return to
 };
 
 /// Takes off every binding that was pushed since it was made.
@@ -135,25 +131,29 @@ public:
         : CallGuard(engine, callable, engine.bindings_.size()) {}
     /// @param bindings  how many bindings there were before those of the arguments
     CallGuard(OstrelScript& engine, const ScriptCallable& callable, std::size_t bindings)
-        : engine_(engine), scopes_(engine, bindings), source_(engine, callable.sourcePath, callable.sourceDirectory),
-          position_(engine.position_), varargs_(engine.varargs_.size()), base_(engine.blockScopeBase_),
-          depth_(engine.blockDepth_) {
-        engine.blockScopeBase_ = engine.blockScopes_.size();
+        : engine_(engine), bindings_(bindings), base_(engine.blockScopeBase_), depth_(engine.blockDepth_),
+          varargs_(callable.isVariadic ? engine.varargs_.size() : noVarargs), position_(engine.position_),
+          source_(engine, callable.sourcePath, callable.sourceDirectory) {
+        engine.blockScopeBase_ = engine.blockScopes_;
         engine.blockDepth_ = callable.nativeScopeIndex;
     }
     CallGuard(const CallGuard&) = delete;
     CallGuard& operator=(const CallGuard&) = delete;
     ~CallGuard() {
-        engine_.blockDepth_ = depth_;
+        if (engine_.bindings_.size() != bindings_) engine_.bindings_.popTo(bindings_);
+        engine_.blockScopes_ = engine_.blockScopeBase_; // where the call began
         engine_.blockScopeBase_ = base_;
-        if (engine_.varargs_.size() != varargs_) engine_.varargs_.resize(varargs_);
+        engine_.blockDepth_ = depth_;
+        if (varargs_ != noVarargs) engine_.varargs_.resize(varargs_);
         engine_.position_ = position_;
     }
 
 private:
+    static constexpr std::size_t noVarargs = ~std::size_t{0};
+
     OstrelScript& engine_;
-    ScopeGuard scopes_;
-    SourceGuard source_;
+    std::size_t bindings_, base_, depth_;
+    std::size_t varargs_; // size to return to, if the function takes `...`
     ScriptPosition position_;
-    std::size_t varargs_, base_, depth_;
+    SourceGuard source_;
 };

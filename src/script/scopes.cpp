@@ -107,8 +107,8 @@ Variable& OstrelScript::globalPlace(Name* name) {
 }
 
 Variable& OstrelScript::localPlace(Name* name) {
-    if (blockScopes_.size() <= blockScopeBase_) pushBlockScope();
-    const auto top = static_cast<std::uint32_t>(blockScopes_.size() - 1);
+    if (blockScopes_ <= blockScopeBase_) pushBlockScope();
+    const auto top = static_cast<std::uint32_t>(blockScopes_ - 1);
     Binding* newest = name->newestInBlocks;
     if (newest != nullptr && newest->block == top) return newest->value;
     Binding& binding = bindings_.push();
@@ -132,11 +132,3 @@ Variable OstrelScript::pullVariable(std::string_view name) const {
 void OstrelScript::commitExternalScopeToGlobal() {
     for (const auto& [name, value] : externalScope_) setGlobal(name, value);
 }
-
-// ---------------------------------------------------------------------------------------------------------------------
-// Scopes come and go
-// ---------------------------------------------------------------------------------------------------------------------
-
-void OstrelScript::pushBlockScope() { blockScopes_.push_back(bindings_.size()); }
-
-void OstrelScript::pushFrame() { callFrames_.push_back(bindings_.size()); }
