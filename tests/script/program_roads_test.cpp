@@ -304,11 +304,11 @@ int compareRoads(int count, bool withCoroutines) {
 } // namespace
 
 TEST(ProgramRoads, AgreeOnRandomPrograms) {
-    constexpr int count = 1500;
+    constexpr int count = 600;
     EXPECT_GT(compareRoads(count, false), count / 4) << "too few programs end";
 }
 
 TEST(ProgramRoads, AgreeOnRandomProgramsWithCoroutines) {
-    constexpr int count = 1000;
+    constexpr int count = 400;
     EXPECT_GT(compareRoads(count, true), count / 4) << "too few programs end";
 }
