@@ -11,18 +11,15 @@ constexpr std::size_t assumedSize = 4U << 20U; // bytes; below every platform's 
 // What stays free below the limit: enough for the library calls and the error report that follow a refusal.
 constexpr std::size_t reserve = 512U << 10U;
 
-/// Where the calling function's frame stands. Not the address of a local object: a sanitizer may keep those elsewhere.
-[[gnu::always_inline]] inline std::uintptr_t stackAddress() {
-    return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
-}
-
 void measureFromHere(std::size_t bytes) {
-    const std::uintptr_t here = stackAddress();
+    const std::uintptr_t here = nativeStackAddress();
     const std::size_t usable = bytes > 2 * reserve ? bytes - reserve : bytes / 2;
     lowestStackAddress = here > usable ? here - usable : 1;
 }
 
 } // namespace
+
+std::uintptr_t nativeStackAddress() { return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)); }
 
 void setNativeStackSize(std::size_t bytes) { measureFromHere(bytes); }
 

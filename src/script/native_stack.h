@@ -16,9 +16,13 @@ extern std::uintptr_t lowestStackAddress;
 /// The rest of checkNativeStack: measures the stack on the first call, fails on the later ones.
 void measureOrFailNativeStack();
 
+/// Where the stack has got to. Not the address of a local object, which a sanitizer may keep elsewhere; and a function
+/// of its own, because one that asks for its frame must not be passed by an exception on Windows: there GCC 12
+/// describes such a frame wrongly to the unwinder, and numbers that callers keep in vector registers are lost.
+[[gnu::noinline]] std::uintptr_t nativeStackAddress();
+
 /// Fails with the std::runtime_error "native stack exhausted" when little of the stack is left.
 inline void checkNativeStack() {
-    const auto here = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
-    if (here - 1 < lowestStackAddress - 1) [[unlikely]]
+    if (nativeStackAddress() - 1 < lowestStackAddress - 1) [[unlikely]]
         measureOrFailNativeStack();
 }
