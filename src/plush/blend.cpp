@@ -41,7 +41,6 @@ void blendRowByFours(PixelByte* target, const PixelByte* source, std::size_t cou
 }
 
 void blendRow(PixelByte* target, const PixelByte* source, std::size_t count) {
-    static BlendRow* const wide = widerBlendRow();
-    static BlendRow* const widest = wide ? wide : &blendRowByFours;
+    static BlendRow* const widest = widestBlendRow();
     widest(target, source, count);
 }

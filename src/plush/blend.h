@@ -26,5 +26,5 @@ using BlendRow = void(PixelByte* target, const PixelByte* source, std::size_t co
 /// The way that any processor has.
 BlendRow blendRowByFours;
 
-/// The way with the wider vectors of this processor; null if it has none.
-BlendRow* widerBlendRow();
+/// The way with the widest vectors that this processor has.
+BlendRow* widestBlendRow();

@@ -1,5 +1,5 @@
 // Drawing rows of pixels over others, eight at a time. The whole file is compiled for processors with AVX2, so nothing
-// in it may run, or be shared with other files, before `widerBlendRow` has asked for one.
+// in it may run, or be shared with other files, before `widestBlendRow` has asked for one.
 
 #include "plush/blend_avx2.h"
 

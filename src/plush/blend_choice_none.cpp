@@ -2,4 +2,4 @@
 
 #include "plush/blend.h"
 
-BlendRow* widerBlendRow() { return nullptr; }
+BlendRow* widestBlendRow() { return &blendRowByFours; }

@@ -2,4 +2,4 @@
 
 #include "plush/blend_avx2.h"
 
-BlendRow* widerBlendRow() { return __builtin_cpu_supports("avx2") ? &blendRowByEights : nullptr; }
+BlendRow* widestBlendRow() { return __builtin_cpu_supports("avx2") ? &blendRowByEights : &blendRowByFours; }

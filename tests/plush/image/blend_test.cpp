@@ -42,9 +42,7 @@ struct Way {
 
 /// Every way of blending a row that this processor has.
 std::vector<Way> waysHere() {
-    std::vector<Way> ways = {{"blendRow", blendRow}, {"by fours", blendRowByFours}};
-    if (BlendRow* const wide = widerBlendRow()) ways.push_back({"wider", wide});
-    return ways;
+    return {{"blendRow", blendRow}, {"by fours", blendRowByFours}, {"widest", widestBlendRow()}};
 }
 
 TEST(Blend, SinglePixelsAndRowsFollowTheFormulaForEveryByte) {
